@@ -1,0 +1,162 @@
+#include "zentrel/Compressor.h"
+#include "zentrel/Decompressor.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+#include <zlib.h>
+
+using namespace zentrel;
+
+namespace {
+
+Bytes Numbers(std::size_t size)
+{
+    Bytes bytes;
+    for (std::size_t i = 0; bytes.size() < size; ++i)
+        for (const char c : std::to_string(i * i)) bytes.push_back(static_cast<std::byte>(c));
+    bytes.resize(size);
+    return bytes;
+}
+
+// Hands out `bytes` in blocks.
+void InBlocks(std::span<const std::byte> bytes, std::size_t block,
+              const std::function<void(std::span<const std::byte>)>& take)
+{
+    for (; !bytes.empty(); bytes = bytes.subspan(std::min(block, bytes.size())))
+        take(bytes.first(std::min(block, bytes.size())));
+}
+
+Bytes Compress(Compressor& compressor, const Bytes& input, CompressMode mode, int level, std::size_t block)
+{
+    Bytes all;
+    Bytes output;
+    EXPECT_TRUE(compressor.BeginCompress(static_cast<int>(mode), level));
+    InBlocks(input, block, [&](auto part) {
+        EXPECT_TRUE(compressor.CompressBlock(part, 0, output));
+        all.insert(all.end(), output.begin(), output.end());
+    });
+    EXPECT_TRUE(compressor.EndCompress(output));
+    all.insert(all.end(), output.begin(), output.end());
+    return all;
+}
+
+// What comes out, or the code of the first error.
+Result<Bytes> Decompress(Decompressor& decompressor, const Bytes& input, std::size_t block)
+{
+    Bytes all;
+    Done outcome = decompressor.BeginDecompress(0);
+    InBlocks(input, block, [&](auto part) {
+        if (!outcome) return;
+        const auto output = decompressor.DecompressBlock(part);
+        if (output)
+            all.insert(all.end(), output->begin(), output->end());
+        else
+            outcome = Fail(output.error());
+    });
+    if (outcome) outcome = decompressor.EndDecompress();
+    if (!outcome) return Fail(outcome.error());
+    return all;
+}
+
+}  // namespace
+
+TEST(Compressor, WhatGoesInComesOutInEitherModeAtAnyLevelAndBlockSize)
+{
+    Compressor compressor;
+    Decompressor decompressor;
+    for (const std::size_t size : {0, 1, 8192, 300'000}) {
+        for (const auto mode : {CompressMode::Gzip, CompressMode::Deflate}) {
+            for (const int level : {1, 6, 9}) {
+                const auto input = Numbers(size);
+                auto packed = Compress(compressor, input, mode, level, 8096);
+                EXPECT_EQ(compressor.OutputSize(), packed.size());
+                EXPECT_EQ(packed[0] == std::byte{0x1F} && packed[1] == std::byte{0x8B},
+                          mode == CompressMode::Gzip);
+                packed.resize((packed.size() + 8191) / 8192 * 8192);  // as a reader in whole blocks pads it
+                for (const std::size_t block : {1, 7, 8192, 1 << 20})
+                    EXPECT_EQ(Decompress(decompressor, packed, block).value(), input) << size << ' ' << level;
+            }
+        }
+    }
+}
+
+TEST(Compressor, ItsTimeIsProcessorTimeOfTheStreamAsAFractionOfADay)
+{
+    Compressor compressor;
+    EXPECT_EQ(compressor.ProcessTime(), 0);
+    const auto start = std::clock();
+    Compress(compressor, Numbers(3'000'000), CompressMode::Gzip, 9, 8192);
+    const auto spent = static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
+    const auto told = compressor.ProcessTime() * 86400;
+    EXPECT_GT(told, spent / 2);
+    EXPECT_LE(told, spent + 0.02);
+    ASSERT_TRUE(compressor.BeginCompress(2, 1));
+    EXPECT_EQ(compressor.ProcessTime(), 0);
+    EXPECT_EQ(compressor.OutputSize(), 0U);
+}
+
+TEST(Compressor, CallsOutOfOrderAreRefusedAndABeginningAlwaysWorks)
+{
+    Bytes output{std::byte{1}};
+    Compressor compressor;
+    const auto block = Numbers(100);
+    const auto refused = [](const Done& done) { return !done && done.error().Is(Code::InvalidParameter); };
+    EXPECT_TRUE(refused(compressor.CompressBlock(block, 0, output)));
+    EXPECT_TRUE(output.empty());
+    EXPECT_TRUE(refused(compressor.EndCompress(output)));
+    for (const auto& [mode, level] : {std::pair{0, 6}, {3, 6}, {2, 0}, {2, 10}})
+        EXPECT_TRUE(refused(compressor.BeginCompress(mode, level)));
+    ASSERT_TRUE(compressor.BeginCompress(2, 6));
+    EXPECT_TRUE(refused(compressor.CompressBlock(block, 1, output)));
+    EXPECT_TRUE(compressor.CompressBlock(block, 0, output));
+    const auto packed = Compress(compressor, block, CompressMode::Gzip, 6, 8096);  // over a stream not ended
+    EXPECT_TRUE(refused(compressor.EndCompress(output)));
+
+    Decompressor decompressor;
+    EXPECT_FALSE(decompressor.DecompressBlock(packed));
+    EXPECT_TRUE(refused(decompressor.EndDecompress()));
+    EXPECT_TRUE(refused(decompressor.BeginDecompress(1)));
+    ASSERT_TRUE(decompressor.BeginDecompress(0));
+    EXPECT_TRUE(decompressor.DecompressBlock(std::span(packed).first(20)));
+    auto moved = std::move(decompressor);
+    EXPECT_EQ(Decompress(moved, packed, 8192).value(), block);
+}
+
+TEST(Decompressor, DamagedDataAreAnErrorWhereverTheyAreDamaged)
+{
+    Compressor compressor;
+    Decompressor decompressor;
+    const auto packed = Compress(compressor, Numbers(5000), CompressMode::Gzip, 6, 8096);
+    for (std::size_t length = 0; length < packed.size(); length += 13) {
+        const auto cut =
+            Decompress(decompressor, Bytes(packed.begin(), packed.begin() + static_cast<long>(length)), 512);
+        ASSERT_FALSE(cut);
+        EXPECT_TRUE(cut.error().Is(Code::InvalidData)) << length;
+    }
+    auto wrong = packed;
+    wrong[packed.size() - 6] ^= std::byte{1};  // in the check sum
+    EXPECT_FALSE(Decompress(decompressor, wrong, 512));
+    wrong = packed;
+    wrong.insert(wrong.end(), {std::byte{0}, std::byte{7}});  // no padding
+    EXPECT_FALSE(Decompress(decompressor, wrong, 512));
+    EXPECT_FALSE(Decompress(decompressor, Bytes(8192), 8192));
+    EXPECT_FALSE(decompressor.DecompressBlock(packed));  // over since the error
+}
+
+TEST(Decompressor, ABlockOfABombStaysWithinBounds)
+{
+    Compressor compressor;
+    const auto packed = Compress(compressor, Bytes(std::size_t{64} << 20U), CompressMode::Gzip, 9, 1U << 20U);
+    Decompressor decompressor;
+    ASSERT_TRUE(decompressor.BeginDecompress(0));
+    std::size_t total = 0;
+    InBlocks(packed, 8192, [&](auto part) {
+        const auto output = decompressor.DecompressBlock(part);
+        ASSERT_TRUE(output);
+        EXPECT_LE(output->size(), 8192U * 1100);
+        total += output->size();
+    });
+    EXPECT_EQ(total, std::size_t{64} << 20U);
+}

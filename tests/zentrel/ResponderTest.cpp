@@ -1,0 +1,286 @@
+#include "zentrel/ServiceRig.h"
+
+#include "zentrel/Decompressor.h"
+#include "zentrel/FileTypes.h"
+
+#include <sys/stat.h>
+#include <thread>
+#include <tuple>
+
+using namespace zentrel;
+namespace fs = std::filesystem;
+
+namespace {
+
+std::string Text(const Bytes& bytes)
+{
+    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
+
+std::string Unpacked(const Response& response)
+{
+    if (!response.encoding) return Text(response.body);
+    Decompressor decompressor;
+    EXPECT_TRUE(decompressor.BeginDecompress(0));
+    const auto plain = decompressor.DecompressBlock(response.body);
+    EXPECT_TRUE(plain && decompressor.EndDecompress());
+    return plain ? Text(*plain) : "";
+}
+
+class ResponderTest : public ServiceRig {
+protected:
+    double Counter(std::string_view name) const
+    {
+        for (const auto& value : Derive(*service->Counters()))
+            if (value.name == name) return value.value;
+        ADD_FAILURE() << "no counter " << name;
+        return -1;
+    }
+};
+
+}  // namespace
+
+TEST_F(ResponderTest, UrlsFindTheirFilesOrAreRefused)
+{
+    Start();
+    WriteFile("index.htm", "root index");
+    WriteFile("dir/index.html", "dir index");
+    WriteFile("dir/a b%2F\xC3\xA4.txt", "odd name");
+    WriteFile("docs/hidden.txt", "hidden by the virtual directory");
+    fs::create_directory(Data() / "other");
+    std::ofstream(Data() / "other" / "page.txt") << "other";
+    ASSERT_TRUE(service->AddVirtualDir(1, "/docs/api/", Data() / "other"));
+    ASSERT_TRUE(service->AddVirtualDir(1, "docs", Root() / "dir"));
+    const std::string longName(256, 'x');
+    const std::tuple<std::string, int, std::string> cases[] = {
+        {"/", 200, "root index"},
+        {"/?x=/../", 200, "root index"},
+        {"/dir/", 200, "dir index"},
+        {"/%64ir/index%2Ehtml", 200, "dir index"},
+        {"/dir/a%20b%252F%c3%A4.txt", 200, "odd name"},
+        {"/dir/a b%252F\xC3\xA4.txt", 200, "odd name"},
+        {"/docs/api/page.txt", 200, "other"},
+        {"/docs/index.html", 200, "dir index"},
+        {"/docs/", 200, "dir index"},
+        {"/docs/hidden.txt", 404, ""},
+        {"/docs/api/index.html", 404, ""},
+        {"/dir", 404, ""},
+        {"/docs", 404, ""},
+        {"/nothing", 404, ""},
+        {"/index.htm/x", 404, ""},
+        {"/" + longName.substr(1), 404, ""},
+    };
+    for (const auto& [url, status, body] : cases) {
+        const auto response = Get(url);
+        EXPECT_EQ(response.status, status) << url;
+        EXPECT_EQ(Text(response.body), body) << url;
+    }
+    using namespace std::string_literals;
+    for (const auto& url : {""s,
+                            "dir/"s,
+                            "*"s,
+                            "//"s,
+                            "/dir//index.html"s,
+                            "/dir//"s,
+                            "//dir/"s,
+                            "/."s,
+                            "/.."s,
+                            "/dir/../index.htm"s,
+                            "/%2e%2E/index.htm"s,
+                            "/dir%2f..%2findex.htm"s,
+                            "/a%00.txt"s,
+                            "/\0"s,
+                            "/%FF"s,
+                            "/\xC3"s,
+                            "/%"s,
+                            "/%4"s,
+                            "/%zz"s,
+                            "/" + longName})
+        EXPECT_EQ(Get(url).status, 400) << url;
+    EXPECT_EQ(responder->Answer({2, "/", true, true})->status, 404);
+    EXPECT_EQ(Counter("Responses Sent Total"), 37);
+    EXPECT_EQ(CheckConsistency(), 0U);  // all too small to be cached
+}
+
+TEST_F(ResponderTest, NothingOutsideOfTheDocumentRootIsAnswered)
+{
+    Start();
+    WriteFile("real/page.txt", Page(1000));
+    std::ofstream(Data() / "secret.txt") << Page(1000);
+    fs::create_symlink(Data() / "secret.txt", Root() / "out.txt");
+    fs::create_symlink("../data/secret.txt", Root() / "relative.txt");
+    fs::create_directory_symlink(Data(), Root() / "outside");
+    fs::create_directory_symlink(fs::absolute(Root() / "real"), Root() / "inside");
+    fs::create_symlink("loop.txt", Root() / "loop.txt");
+    fs::create_directory(Root().string() + "2");  // a neighbour whose name begins alike
+    std::ofstream(Root().string() + "2/page.txt") << Page(1000);
+    fs::create_symlink(Root().string() + "2/page.txt", Root() / "neighbour.txt");
+    mkfifo((Root() / "pipe.txt").c_str(), 0600);
+    const std::pair<const char*, int> cases[] = {
+        {"/out.txt", 403},       {"/relative.txt", 403}, {"/outside/secret.txt", 403}, {"/loop.txt", 403},
+        {"/neighbour.txt", 403}, {"/pipe.txt", 403},     {"/inside/page.txt", 200},
+    };
+    for (const auto& [url, status] : cases) EXPECT_EQ(Get(url).status, status) << url;
+    EXPECT_EQ(CheckConsistency(), 1U);
+}
+
+TEST_F(ResponderTest, TheSecondRequestComesFromTheCache)
+{
+    for (const auto encoding : {Encoding::Gzip, Encoding::Deflate}) {
+        Start(encoding);
+        const auto page = Page(50'000);
+        WriteFile("dir/page.html", page);
+        for (const bool fromCache : {false, true, true}) {
+            const auto response = Get("/dir/page.html");
+            EXPECT_EQ(response.fromCache, fromCache);
+            EXPECT_EQ(response.encoding, encoding);
+            EXPECT_EQ(Unpacked(response), page);
+        }
+        EXPECT_FALSE(Get("/dir/page.html", false, false).encoding);
+        const auto statistics = Statistics("dir/page.html");
+        EXPECT_EQ(statistics.totalHits, 3);
+        EXPECT_EQ(statistics.cacheHits, 2);
+        EXPECT_EQ(statistics.overwrites, 0);
+        EXPECT_GT(statistics.cpuTime, 0U);
+        EXPECT_LT(statistics.cpuTime, 10'000'000U);
+
+        const auto other = encoding == Encoding::Gzip ? Encoding::Deflate : Encoding::Gzip;
+        const auto response = Get("/dir/page.html", other == Encoding::Gzip, other == Encoding::Deflate);
+        EXPECT_EQ(response.encoding, other);  // a version of its own, beside the first
+        EXPECT_EQ(Unpacked(response), page);
+        EXPECT_EQ(CheckConsistency(), 2U);
+        EXPECT_EQ(Counter("Cache Hits"), 2);
+        EXPECT_EQ(Counter("Cache Misses"), 2);
+        EXPECT_EQ(Counter("Responses Cacheable"), 4);
+        EXPECT_EQ(Counter("Response Bytes Uncompressed"), static_cast<double>(page.size()));
+        EXPECT_EQ(Counter("Response Bytes Uncompressed Equivalent"), 4.0 * static_cast<double>(page.size()));
+        EXPECT_GT(Counter("Bandwidth Savings"), 2.0 * static_cast<double>(page.size()));
+        EXPECT_GT(Counter("% Compression Processor Time"), 0);
+        responder.reset();
+        service.reset();
+        fs::remove_all(Data());
+    }
+}
+
+TEST_F(ResponderTest, RecordsSayWhatWasCached)
+{
+    Start();
+    WriteFile("page.html", Page(50'000));
+    const auto before = TicksNow();
+    Get("/page.html?v=1");
+    const auto keys = Keys();
+    const auto& url = keys.at("LM/W3SVC/1/Root/page.html");
+    const auto hash = HashQuery("v=1");
+    const auto& variant = keys.at("LM/W3SVC/1/Root/page.html/" + QueryHashText(hash));
+    EXPECT_FALSE(url.Has(Prop::GzipRecord));  // never asked for without a query
+    EXPECT_FALSE(variant.Has(Prop::CacheId));
+    const auto record = ParseCacheRecord(variant.Find(Prop::GzipRecord)->bytes).value();
+    EXPECT_EQ(record.queryHash, hash);
+    EXPECT_EQ(record.level, 6);
+    EXPECT_EQ(record.uncompressedSize, fs::file_size(Root() / "page.html"));
+    EXPECT_GE(record.cacheTicks, before);
+    EXPECT_LE(record.cacheTicks, TicksNow());
+    EXPECT_EQ(record.expiresTicks, record.cacheTicks + 30 * 864'000'000'000U);
+    EXPECT_LE(record.fileTicks, record.cacheTicks);
+    EXPECT_GT(record.fileTicks + 600'000'000U, record.cacheTicks);  // written within the last minute
+}
+
+TEST_F(ResponderTest, QueriesAreVariantsOfTheirUrl)
+{
+    Start();
+    WriteFile("page.html", Page(5000));
+    for (const char* url :
+         {"/page.html?a=1", "/page.html?a=2", "/page.html?a=1", "/page.html?", "/page.html"})
+        EXPECT_EQ(Get(url).status, 200);
+    EXPECT_EQ(CheckConsistency(), 3U);
+    EXPECT_EQ(Statistics("page.html").totalHits, 5);
+    EXPECT_EQ(Statistics("page.html").cacheHits, 2);
+    EXPECT_EQ(Statistics("page.html/" + QueryHashText(HashQuery("a=1"))).totalHits, 2);
+    EXPECT_EQ(Statistics("page.html/" + QueryHashText(HashQuery("a=2"))).cacheHits, 0);
+}
+
+TEST_F(ResponderTest, AChangedFileReplacesItsVersionAndALostOneIsMadeAnew)
+{
+    Start();
+    WriteFile("page.html", Page(5000));
+    Get("/page.html");
+    usleep(20'000);
+    WriteFile("page.html", Page(6000, 1));
+    EXPECT_EQ(Unpacked(Get("/page.html")), Page(6000, 1));
+    EXPECT_EQ(Statistics("page.html").overwrites, 1);
+    EXPECT_GT(Statistics("page.html").totalLife, 200'000U - 10'000U);
+    EXPECT_LT(Statistics("page.html").totalLife, 600'000'000U);
+    EXPECT_TRUE(Get("/page.html").fromCache);
+
+    fs::last_write_time(Root() / "page.html", fs::file_time_type::clock::now() - std::chrono::hours(1));
+    EXPECT_FALSE(Get("/page.html").fromCache);
+    const CachedFile file{1, Encoding::Gzip, 0};
+    fs::resize_file(service->Cache().Root() / file.Path(), 10);
+    EXPECT_EQ(Unpacked(Get("/page.html")), Page(6000, 1));
+    fs::remove_all(service->Cache().Root());
+    EXPECT_EQ(Unpacked(Get("/page.html")), Page(6000, 1));
+    EXPECT_TRUE(Get("/page.html").fromCache);
+    EXPECT_EQ(CheckConsistency(), 1U);
+}
+
+TEST_F(ResponderTest, WhatGainsNothingIsSentAsItIs)
+{
+    Start();
+    std::string noise;
+    for (unsigned seed = 1; noise.size() < 5000; seed = seed * 1664525 + 1013904223)
+        noise += static_cast<char>(seed >> 24U);
+    WriteFile("noise.txt", noise);
+    WriteFile("picture.png", Page(5000));
+    WriteFile("small.txt", Page(200).substr(0, 255));
+    WriteFile("UPPER.TXT", Page(300));
+    EXPECT_EQ(Text(Get("/noise.txt").body), noise);
+    EXPECT_FALSE(Get("/picture.png").encoding);
+    EXPECT_FALSE(Get("/small.txt").encoding);
+    EXPECT_EQ(CheckConsistency(), 0U);
+    EXPECT_TRUE(Get("/UPPER.TXT").encoding);
+    EXPECT_EQ(Counter("Responses Cacheable"), 2);
+    EXPECT_FALSE(IsCompressibleName("txt") || IsCompressibleName("a.txt.gz") || IsCompressibleName("a."));
+
+    WriteFile("huge.html", "");
+    fs::resize_file(Root() / "huge.html", kLargestCompressed + 1);  // a hole
+    const auto plain = Get("/huge.html");
+    EXPECT_EQ(plain.status, 200);
+    EXPECT_EQ(plain.body.size(), kLargestCompressed + 1);
+    EXPECT_FALSE(plain.encoding);
+    fs::resize_file(Root() / "huge.html", std::uint64_t{1} << 40U);
+    EXPECT_EQ(Get("/huge.html").status, 413);
+}
+
+TEST_F(ResponderTest, AVanishedDocumentRootLosesNothingElse)
+{
+    Start();
+    WriteFile("page.html", Page(5000));
+    Get("/page.html");
+    fs::rename(Root(), Root().string() + ".away");
+    EXPECT_EQ(Get("/page.html").status, 404);
+    EXPECT_EQ(Get("/").status, 404);
+    EXPECT_EQ(CheckConsistency(), 1U);
+    fs::rename(Root().string() + ".away", Root());
+    EXPECT_TRUE(Get("/page.html").fromCache);
+}
+
+TEST_F(ResponderTest, SeveralThreadsShareAService)
+{
+    Start();
+    for (int i = 0; i < 20; ++i) WriteFile(std::to_string(i) + ".html", Page(3000, i));
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < 4; ++thread)
+        threads.emplace_back([this, thread] {
+            Responder own(service);
+            for (int i = 0; i < 200; ++i) {
+                const int page = (i * 7 + thread) % 20;
+                const auto response = own.Answer({1, "/" + std::to_string(page) + ".html", true, true});
+                EXPECT_EQ(Unpacked(*response), Page(3000, page));
+                const bool deletes = thread == 0 && i % 50 == 25;
+                EXPECT_TRUE(!deletes || service->DeleteTree("LM/W3SVC"));
+            }
+        });
+    for (auto& thread : threads) thread.join();
+    EXPECT_EQ(Counter("Responses Cacheable"), 800);
+    CheckConsistency();
+}

@@ -1,0 +1,308 @@
+#include "zentrel/ServiceRig.h"
+
+#include "zentrel/KeyPath.h"
+
+#include <fcntl.h>
+#include <sys/resource.h>
+
+using namespace zentrel;
+namespace fs = std::filesystem;
+
+namespace {
+
+using Role = Service::Role;
+
+class ServiceTest : public ServiceRig {
+protected:
+    // Puts keys into the store as they are given.
+    void PutKeys(const std::vector<std::pair<std::string, PropertySet>>& keys)
+    {
+        responder.reset();
+        service.reset();
+        auto store = Metabase::Open(Data(), Metabase::Access::Write);
+        auto txn = (*store)->BeginWrite();
+        for (const auto& [path, properties] : keys) ASSERT_TRUE(txn->SetProperties(path, properties));
+        ASSERT_TRUE(txn->Commit());
+    }
+
+    static PropertySet Entry(std::uint32_t id)
+    {
+        PropertySet properties;
+        properties.SetNumber(Prop::CacheId, id);
+        properties.SetBytes(Prop::GzipRecord, WriteCacheRecord({}));
+        return properties;
+    }
+};
+
+std::uint32_t CodeOf(const Done& done)
+{
+    return done ? 0 : done.error().code;
+}
+
+// What may be written to any file from now on, in this process.
+void LimitFileSize(std::uint64_t bytes)
+{
+    signal(SIGXFSZ, SIG_IGN);
+    const rlimit limit{bytes, RLIM_INFINITY};
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
+}
+
+}  // namespace
+
+TEST_F(ServiceTest, LookingForDataMakesNone)
+{
+    EXPECT_TRUE(Service::Open(Data(), Role::Writer).error().Is(Code::FileNotFound));
+    EXPECT_TRUE(Service::Open(Data(), Role::Viewer).error().Is(Code::FileNotFound));
+    EXPECT_FALSE(fs::exists(Data()));
+    ASSERT_TRUE(Service::Init(Data()));
+    ASSERT_NO_FATAL_FAILURE(Reopen(Role::Writer));
+    EXPECT_EQ(service->DeleteTree("LM/W3SVC").value(), 0U);
+    EXPECT_TRUE(Keys().contains("LM/W3SVC"));
+    EXPECT_EQ(CodeOf(Service::Init(Data())), Code::AlreadyExists);
+    responder.reset();
+    service.reset();
+    fs::resize_file(Data() / "metabase.mdb", 5000);
+    EXPECT_EQ(Service::Open(Data(), Role::Writer).error().code, Code::FileCorrupt);
+    std::ofstream(Data() / "metabase.mdb") << Page(20'000);
+    EXPECT_EQ(Service::Open(Data(), Role::Writer).error().code, Code::FileCorrupt);
+}
+
+TEST_F(ServiceTest, ThereIsOneWriterAtATime)
+{
+    Start();
+    const auto second = Service::Open(Data(), Role::Writer);
+    ASSERT_FALSE(second);
+    EXPECT_TRUE(second.error().Is(Code::SharingViolation));
+    EXPECT_EQ(second.error().description,
+              "Another process (pid " + std::to_string(getpid()) + ") is writing to this server's data.");
+
+    service.reset();
+    responder.reset();
+    int pipe[2];
+    ASSERT_EQ(::pipe2(pipe, O_CLOEXEC), 0);
+    const auto writer = [&] {
+        const auto own = Service::Open(Data(), Role::Writer);
+        const char ready = own ? 1 : 0;
+        if (write(pipe[1], &ready, 1) == 1) pause();
+        return 1;
+    };
+    InChild(writer, [&](pid_t child) {
+        char ready = 0;
+        ASSERT_EQ(read(pipe[0], &ready, 1), 1);
+        EXPECT_EQ(ready, 1);
+        ASSERT_NO_FATAL_FAILURE(Reopen(Role::Viewer));
+        const auto code = CodeOf(service->DeleteEntry("LM/W3SVC/1/Root/page.html"));
+        EXPECT_EQ(code, Code::SharingViolation);
+        EXPECT_EQ(CodeOf(service->ResetCounters()), Code::SharingViolation);
+        EXPECT_EQ(service->DeleteTree("LM/W3SVC").error().description,
+                  "Another process (pid " + std::to_string(child) + ") is writing to this server's data.");
+        EXPECT_EQ(service->Sites()->size(), 1U);
+        kill(child, SIGKILL);
+    });
+    close(pipe[0]);
+    close(pipe[1]);
+    EXPECT_EQ(service->DeleteTree("LM/W3SVC").value(), 0U);  // the place is free again
+    EXPECT_TRUE(fs::exists(Data() / "unclean"));             // and what was killed is still to be cleared up
+    Reopen(Role::Writer);
+    Reopen(Role::Viewer);
+    EXPECT_FALSE(fs::exists(Data() / "unclean"));
+}
+
+TEST_F(ServiceTest, AReadOnlyStoreIsShownAndNotChanged)
+{
+    Start();
+    WriteFile("page.html", Page(5000));
+    Get("/page.html");
+    Reopen(Role::Viewer);
+    service.reset();
+    responder.reset();
+    fs::permissions(Data() / "metabase.mdb", fs::perms(0444));
+    fs::permissions(Data() / "metabase.mdb-lock", fs::perms(0666));  // readers sign in here
+    for (fs::path folder = Data(); folder != "/" && folder != "/tmp"; folder = folder.parent_path())
+        fs::permissions(folder, fs::perms(0555));
+    const int failed = InChild([&] {
+        if (getuid() == 0 && setuid(65534) != 0) return 2;  // the administrator may write anywhere
+        Reopen(Role::Viewer);
+        EXPECT_EQ(service->Sites()->size(), 1U);
+        EXPECT_EQ(CodeOf(service->DeleteEntry("LM/W3SVC/1/Root/page.html")), Code::AccessDenied);
+        EXPECT_EQ(CodeOf(service->AddVirtualDir(1, "x", Root())), Code::AccessDenied);
+        EXPECT_FALSE(Service::Open(Data(), Role::Writer));
+        return HasFailure() ? 1 : 0;
+    });
+    EXPECT_EQ(failed, 0);
+    for (fs::path folder = Data(); folder != "/" && folder != "/tmp"; folder = folder.parent_path())
+        fs::permissions(folder, fs::perms(0755));
+}
+
+TEST_F(ServiceTest, SitesAndVirtualDirectoriesAreCheckedAndKept)
+{
+    Start();
+    const SiteConfig good{7, "second \xC3\xA4", {"*:81:", "10.0.0.1:443:host"}, Root(), Encoding::Deflate, 9};
+    const auto with = [&](auto change) {
+        auto site = good;
+        change(site);
+        return CodeOf(service->AddSite(site));
+    };
+    EXPECT_EQ(with([](SiteConfig& site) { site.number = 0; }), Code::InvalidParameter);
+    EXPECT_EQ(with([](SiteConfig& site) { site.number = 0x80000000; }), Code::InvalidParameter);
+    EXPECT_EQ(with([](SiteConfig& site) { site.number = 1; }), Code::AlreadyExists);
+    EXPECT_EQ(with([](SiteConfig& site) { site.comment = "\xFF"; }), Code::InvalidParameter);
+    EXPECT_EQ(with([](SiteConfig& site) { site.comment.assign(1001, 'x'); }), Code::InvalidParameter);
+    EXPECT_EQ(with([](SiteConfig& site) { site.bindings = {std::string("a\0b", 3)}; }),
+              Code::InvalidParameter);
+    EXPECT_EQ(with([](SiteConfig& site) { site.documentRoot /= "none"; }), Code::PathNotFound);
+    EXPECT_EQ(with([](SiteConfig& site) { site.documentRoot.clear(); }), Code::PathNotFound);
+    EXPECT_EQ(with([](SiteConfig& site) { site.level = 10; }), Code::InvalidParameter);
+    EXPECT_EQ(with([](SiteConfig& site) { site.encoding = Encoding{3}; }), Code::InvalidParameter);
+    EXPECT_EQ(with([](SiteConfig& site) { site.number = 0x7FFFFFFF; }), 0U);
+    EXPECT_TRUE(service->AddSite(good));
+    const auto sites = service->Sites();
+    ASSERT_EQ(sites->size(), 3U);
+    EXPECT_EQ((*sites)[1].comment, good.comment);
+    EXPECT_EQ((*sites)[1].bindings, good.bindings);
+    EXPECT_EQ((*sites)[1].documentRoot, fs::absolute(Root()));
+    EXPECT_EQ((*sites)[1].encoding, Encoding::Deflate);
+    EXPECT_EQ((*sites)[1].level, 9);
+
+    const std::tuple<std::uint32_t, std::string, fs::path, std::uint32_t> cases[] = {
+        {7, "a/b", Root(), 0},
+        {7, "/a/b/", Root(), Code::AlreadyExists},
+        {8, "a", Root(), Code::PathNotFound},
+        {7, "a", Root() / "none", Code::PathNotFound},
+        {7, "/", Root(), Code::InvalidName},
+        {7, "a//c", Root(), Code::InvalidName},
+        {7, "a/../c", Root(), Code::InvalidName},
+        {7, "a/\xFF", Root(), Code::InvalidName},
+        {7, std::string(256, 'x'), Root(), Code::InvalidName},
+    };
+    for (const auto& [site, path, target, code] : cases)
+        EXPECT_EQ(CodeOf(service->AddVirtualDir(site, path, target)), code) << path;
+    const auto directories = service->VirtualDirs(7);
+    ASSERT_EQ(directories->size(), 2U);
+    EXPECT_EQ((*directories)[0].urlPath, "");
+    EXPECT_EQ((*directories)[1].urlPath, "a/b");
+    EXPECT_TRUE(service->VirtualDirs(9)->empty());
+}
+
+TEST_F(ServiceTest, DeletingAnEntryTakesItsVariantsAndEmptyFoldersAlong)
+{
+    Start();
+    for (const char* file : {"a/b/page.html", "a/b/c/page.html", "index.html"}) WriteFile(file, Page(5000));
+    for (const char* url : {"/a/b/page.html", "/a/b/page.html?x", "/a/b/c/page.html?y", "/"}) Get(url);
+    Get("/a/b/page.html", false, true);
+    ASSERT_EQ(CheckConsistency(), 5U);
+    const auto folders = Keys().size();
+    for (const char* bad : {"LM/W3SVC/1/Root/a/b", "LM/W3SVC/1/Root", "nowhere"})
+        EXPECT_EQ(CodeOf(service->DeleteEntry(bad)), Code::FileNotFound) << bad;
+    for (const char* bad : {"", "/", "LM//W3SVC", "LM/../x", "LM/\xFF"})
+        EXPECT_EQ(CodeOf(service->DeleteEntry(bad)), Code::InvalidName) << bad;
+
+    EXPECT_TRUE(service->DeleteEntry("/LM/W3SVC/1/Root/a/b/page.html"));
+    EXPECT_EQ(CheckConsistency(), 2U);
+    EXPECT_EQ(Keys().size(), folders - 2);
+    Reopen(Role::Viewer);
+    EXPECT_TRUE(service->DeleteEntry("LM/W3SVC/1/Root/a/b/c/page.html"));
+    EXPECT_TRUE(service->DeleteEntry("LM/W3SVC/1/Root/index.html/"));
+    EXPECT_EQ(CheckConsistency(), 0U);
+    EXPECT_FALSE(fs::exists(Data() / "unclean"));
+    const auto keys = Keys();
+    EXPECT_EQ(keys.rbegin()->first, "LM/W3SVC/1/Root");
+}
+
+TEST_F(ServiceTest, DeletingATreeLeavesWhatItIsSetUpWith)
+{
+    Start();
+    std::vector<std::pair<std::string, PropertySet>> keys;
+    for (std::uint32_t i = 1; i <= 25'000; ++i)
+        keys.emplace_back("LM/W3SVC/1/Root/many/" + std::to_string(i), Entry(i));
+    std::string deep = "LM/W3SVC/1/Root/deep";
+    for (int i = 0; i < 1000; ++i) keys.emplace_back(deep += "/d", Entry(30'000));
+    auto directory = Entry(40'000);  // a virtual directory that is an entry itself
+    directory.SetText(Prop::KeyType, kVirtualDirType);
+    keys.emplace_back("LM/W3SVC/1/Root/deep/d/vdir", directory);
+    PropertySet comment;
+    comment.SetText(Prop::ServerComment, "somebody's own");
+    keys.emplace_back("LM/W3SVC/1/Root/own", comment);
+    PutKeys(keys);
+    Reopen(Role::Writer);
+    ASSERT_TRUE(
+        service->Cache().Place(std::move(*service->Cache().Stage(Bytes(10))), {7, Encoding::Gzip, 0}));
+
+    EXPECT_EQ(service->DeleteTree("LM/W3SVC/2").error().code, Code::FileNotFound);
+    EXPECT_EQ(service->DeleteTree("").error().code, Code::InvalidName);
+    EXPECT_EQ(service->DeleteTree("LM/W3SVC/1/Root/many/7").value(), 1U);
+    EXPECT_FALSE(service->Cache().Size({7, Encoding::Gzip, 0}));
+    EXPECT_EQ(service->DeleteTree("LM/W3SVC").value(), 24'999U + 1000U + 1U);
+    std::vector<std::string> left;
+    for (const auto& [path, properties] : Keys()) left.push_back(path);
+    EXPECT_EQ(left, (std::vector<std::string>{"", "LM", "LM/W3SVC", "LM/W3SVC/1", "LM/W3SVC/1/Root",
+                                              "LM/W3SVC/1/Root/deep", "LM/W3SVC/1/Root/deep/d",
+                                              "LM/W3SVC/1/Root/deep/d/vdir", "LM/W3SVC/1/Root/own"}));
+    EXPECT_FALSE(Keys().at("LM/W3SVC/1/Root/deep/d/vdir").Has(Prop::CacheId));
+    EXPECT_TRUE(Keys().at("LM/W3SVC/1/Root/own").Has(Prop::ServerComment));
+}
+
+TEST_F(ServiceTest, CountersAndCacheIdsOutliveTheWriter)
+{
+    Start();
+    for (const char* name : {"a", "b"}) WriteFile(std::string(name) + ".html", Page(5000));
+    Get("/a.html");
+    Reopen(Role::Viewer);
+    EXPECT_EQ(service->Counters()->cacheMisses, 1U);
+    EXPECT_EQ(CodeOf(service->KeepVersion({}, {})), Code::AccessDenied);
+    EXPECT_TRUE(service->DeleteTree("LM/W3SVC"));
+    EXPECT_TRUE(service->ResetCounters());
+    Reopen(Role::Writer);
+    const auto counters = service->Counters();
+    EXPECT_EQ(counters->cacheMisses, 0U);
+    EXPECT_LT(counters->elapsedTicks, 600'000'000U);
+    Get("/b.html");
+    EXPECT_EQ(Record(*Keys().at("LM/W3SVC/1/Root/b.html").Find(Prop::CacheId)).Number(), 2U);
+    EXPECT_TRUE(service->ResetCounters());
+    EXPECT_EQ(service->Counters()->responsesCompressed, 0U);
+}
+
+TEST_F(ServiceTest, AFullDiskCostsNothingButWhatDoesNotFit)
+{
+    Start();
+    std::string noise;
+    for (unsigned seed = 1; noise.size() < 3'000'000; seed = seed * 1664525 + 1013904223)
+        noise += "0123456789ABCDEF"[seed >> 28U];
+    WriteFile("large.txt", noise);
+    for (int i = 0; i < 600; ++i) WriteFile(std::to_string(i) + ".html", Page(300, i));
+    service.reset();
+    responder.reset();
+    const int failed = InChild([&] {
+        Reopen(Role::Writer);
+        LimitFileSize(1 << 20);
+        const auto large = Get("/large.txt");  // its cached file does not fit
+        EXPECT_EQ(large.status, 200);
+        EXPECT_EQ(large.encoding, Encoding::Gzip);
+        EXPECT_GT(large.body.size(), 1U << 20U);
+        EXPECT_TRUE(service->LastError() && service->LastError()->Is(Code::DiskFull));
+        EXPECT_TRUE(fs::is_empty(service->Cache().Root() / "tmp"));
+        Get("/0.html");
+        EXPECT_FALSE(service->LastError());
+        EXPECT_EQ(CheckConsistency(), 1U);
+
+        LimitFileSize(fs::file_size(Data() / "metabase.mdb"));  // now the store cannot grow
+        for (int i = 1; i < 600; ++i) EXPECT_EQ(Get("/" + std::to_string(i) + ".html").status, 200);
+        EXPECT_EQ(CodeOf(service->Flush()), Code::DiskFull);
+        EXPECT_TRUE(service->LastError());
+        const auto count = CountFiles();
+        const auto refused = Warm(*service, {1}, {});
+        EXPECT_TRUE(!refused && refused.error().Is(Code::DiskFull));
+        EXPECT_EQ(CountFiles(), count);  // no cached files that could get no record
+        EXPECT_TRUE(Get("/0.html").fromCache);
+
+        LimitFileSize(RLIM_INFINITY);
+        EXPECT_TRUE(service->Flush());
+        EXPECT_FALSE(service->LastError());
+        EXPECT_EQ(CheckConsistency(), count);
+        EXPECT_EQ(Warm(*service, {1}, {})->cached, 601U);
+        return HasFailure() ? 1 : 0;
+    });
+    EXPECT_EQ(failed, 0);
+    Reopen(Role::Writer);
+    EXPECT_EQ(service->Counters()->responsesCompressed, 602U);
+}
