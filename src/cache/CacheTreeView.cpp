@@ -1,0 +1,65 @@
+#include "cache/CacheTreeView.h"
+
+#include <QContextMenuEvent>
+#include <QHeaderView>
+#include <QScrollBar>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int kLeastTextCharacters = 40;  // that fit beside the indentation of any row
+
+}  // namespace
+
+CacheTreeView::CacheTreeView(QWidget* parent) : QTreeView(parent)
+{
+    setHeaderHidden(true);
+    setUniformRowHeights(true);
+    setAnimated(false);
+    setVerticalScrollMode(ScrollPerPixel);
+    setHorizontalScrollMode(ScrollPerPixel);
+    setTextElideMode(Qt::ElideRight);
+    setSelectionMode(SingleSelection);
+    setEditTriggers(NoEditTriggers);
+    header()->setStretchLastSection(false);
+    header()->setMinimumSectionSize(0);
+
+    connect(verticalScrollBar(), &QScrollBar::valueChanged, this, &CacheTreeView::WidenColumn);
+}
+
+void CacheTreeView::reset()
+{
+    QTreeView::reset();
+    m_widestIndentation = 0;
+}
+
+void CacheTreeView::contextMenuEvent(QContextMenuEvent* event)
+{
+    const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
+    const auto row = byKey ? currentIndex() : indexAt(event->pos());
+    if (!row.isValid()) return;
+    setCurrentIndex(row);
+    Q_EMIT MenuWanted(byKey ? viewport()->mapToGlobal(visualRect(row).center()) : event->globalPos());
+}
+
+void CacheTreeView::updateGeometries()
+{
+    QTreeView::updateGeometries();
+    WidenColumn();
+}
+
+// The column is as wide as the window, so that long texts are elided, but leaves some room for the text of
+// the deepest row that was shown; then the view scrolls sideways.
+void CacheTreeView::WidenColumn()
+{
+    const int bottom = viewport()->height();
+    for (auto row = indexAt({0, 0}); row.isValid(); row = indexBelow(row)) {
+        const auto place = visualRect(row);
+        if (place.top() > bottom) break;
+        m_widestIndentation = std::max(m_widestIndentation, place.left() + horizontalOffset());
+    }
+    const int text = kLeastTextCharacters * fontMetrics().averageCharWidth();
+    const int width = std::max(viewport()->width(), m_widestIndentation + text);
+    if (header()->sectionSize(0) != width) header()->resizeSection(0, width);
+}

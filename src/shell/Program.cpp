@@ -1,0 +1,137 @@
+#include "shell/Program.h"
+
+#include "controls/Images.h"
+#include "platform/ComputerName.h"
+#include "shell/ConsoleBoxes.h"
+#include "shell/Demo.h"
+#include "shell/DemoTraffic.h"
+#include "shell/QtMessageBoxes.h"
+#include "shell/QtMessagePump.h"
+#include "shell/QtScreenPointer.h"
+#include "shell/frmMain.h"
+#include "zentrel/DataFolder.h"
+#include "zentrel/EmbeddedTransport.h"
+#include "zentrel/StopSignals.h"
+
+#include <QApplication>
+#include <QFileInfo>
+
+#include <csignal>
+#include <iostream>
+
+namespace {
+
+constexpr int kFailed = 1;
+constexpr QSize kPictureSize(1000, 700);
+constexpr const char* kPictureName = "quillet-screenshot.png";
+constexpr const char* kPlatformVariable = "QT_QPA_PLATFORM";
+
+bool HasDisplay()
+{
+    return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
+           !qEnvironmentVariableIsEmpty(kPlatformVariable);
+}
+
+// The server that --demo makes, with its visitors, and the signals that end the program in good order.
+class DemoServer {
+public:
+    Done Start()
+    {
+        std::cerr << "quillet: making a demonstration server from files of this machine...\n";
+        auto made = Demo::Make([this] { return !m_signals.Raised(); });
+        if (!made) return Fail(made.error());
+        m_demo.emplace(std::move(*made));
+        return {};
+    }
+
+    std::shared_ptr<zentrel::Transport> Transport() const
+    {
+        return std::make_shared<zentrel::EmbeddedTransport>(m_demo->Service(), ComputerName());
+    }
+
+    std::unique_ptr<DemoTraffic> Visitors()
+    {
+        return std::make_unique<DemoTraffic>(m_demo->Service(), m_demo->Requests(), m_signals, [] {
+            QMetaObject::invokeMethod(qApp, &QApplication::closeAllWindows, Qt::QueuedConnection);
+        });
+    }
+
+private:
+    zentrel::StopSignals m_signals;
+    std::optional<Demo> m_demo;
+};
+
+void TakeOver(const StartOptions& options, ProcessState& state)
+{
+    if (options.server) {
+        state.settings.LastServer = *options.server;
+        state.settings.RememberLastServer = true;
+    }
+    if (!options.sites) return;
+    state.selectsAllSites = false;
+    for (const auto site : *options.sites) state.settings.Sites.Add(site);
+}
+
+int WritePicture(frmMain& window, const std::filesystem::path& file)
+{
+    window.resize(kPictureSize);
+    window.ExpandAll();
+    QCoreApplication::processEvents();
+    const auto name = QString::fromStdString(file.string());
+    if (!window.grab().save(name, "PNG")) {
+        std::cerr << "quillet: cannot write the picture to " << file.string() << '\n';
+        return kFailed;
+    }
+    std::cout << QFileInfo(name).absoluteFilePath().toStdString() << std::endl;
+    return 0;
+}
+
+int RunWindow(const StartOptions& options, std::shared_ptr<zentrel::Transport> transport, DemoServer* demo)
+{
+    ProcessState state(std::move(transport));
+    TakeOver(options, state);
+    QtMessageBoxes windows;
+    ConsoleBoxes console(std::cerr);
+    QtMessagePump pump;
+    QtScreenPointer pointer;
+    MessageBoxes& boxes = options.picture ? static_cast<MessageBoxes&>(console) : windows;
+    frmMain window(state, {boxes, pump, pointer});
+    const auto visitors = demo == nullptr ? nullptr : demo->Visitors();
+    window.Display();
+    if (options.picture) return WritePicture(window, *options.picture);
+    return window.IsUnloaded() ? 0 : QApplication::exec();
+}
+
+}  // namespace
+
+int RunProgram(StartOptions options, char* programName)
+{
+    if (!HasDisplay()) {
+        std::cerr << "quillet: there is no display; the window is drawn offscreen\n";
+        qputenv(kPlatformVariable, "offscreen");
+        qputenv("QT_LOGGING_RULES", "default.warning=false");  // what the offscreen platform cannot do
+        if (!options.picture) options.picture = kPictureName;
+    }
+    // The demonstration takes charge of signals before any thread starts.
+    std::optional<DemoServer> demo;
+    if (options.demo) {
+        std::signal(SIGHUP, SIG_IGN);  // its folder must not stay behind when a terminal closes
+        demo.emplace();
+    }
+    int argc = 1;
+    char* argv[] = {programName, nullptr};
+    const QApplication application(argc, argv);
+    QApplication::setDesktopFileName(QStringLiteral("quillet"));
+    QApplication::setWindowIcon(Image(QStringLiteral("Quillet")));
+
+    if (!demo) {
+        const auto folder = options.dataFolder.empty() ? zentrel::DefaultDataFolder() : options.dataFolder;
+        return RunWindow(options, std::make_shared<zentrel::EmbeddedTransport>(folder, ComputerName()),
+                         nullptr);
+    }
+    if (auto started = demo->Start(); !started) {
+        std::cerr << "quillet: " << started.error().description << '\n';
+        return kFailed;
+    }
+    return RunWindow(options, demo->Transport(), &*demo);
+}

@@ -1,0 +1,92 @@
+#pragma once
+
+#include "shell/QtScreenPointer.h"
+#include "shell/frmMain.h"
+#include "support/TestStore.h"
+#include "zentrel/EmbeddedTransport.h"
+
+#include <QCoreApplication>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+class ScriptedBoxes : public MessageBoxes {
+public:
+    BoxAnswer Show(const std::string& text, BoxStyle, const std::string& title) override
+    {
+        shown.push_back(title + ": " + text);
+        return BoxAnswer::Ok;
+    }
+
+    std::vector<std::string> shown;
+};
+
+// Runs a script instead of the event loop, which it enters at each call too when `isLive`.
+class ScriptedPump : public MessagePump {
+public:
+    void Run() override
+    {
+        ++runs;
+        if (onRun) onRun(runs);
+        if (isLive) QCoreApplication::processEvents();
+    }
+
+    std::function<void(int)> onRun;
+    bool isLive = false;
+    int runs = 0;
+};
+
+inline std::string Shown(const QAbstractItemModel& model, const QModelIndex& parent = {}, int depth = 0)
+{
+    std::string text;
+    for (int row = 0; row < model.rowCount(parent); ++row) {
+        const auto index = model.index(row, 0, parent);
+        text += std::string(static_cast<std::size_t>(depth), ' ') +
+                index.data(Qt::DisplayRole).toString().toStdString() + '\n' + Shown(model, index, depth + 1);
+    }
+    return text;
+}
+
+// The main window over a real service; `store` is filled before Open.
+class WindowRig : public testing::Test {
+public:
+    void Open(const std::filesystem::path& folder)
+    {
+        window.reset();
+        state.emplace(std::make_shared<zentrel::EmbeddedTransport>(folder, "here"));
+        window = std::make_unique<frmMain>(*state, Desktop{boxes, pump, pointer});
+    }
+
+    // Two sites: one with a folder, a virtual directory and a URL of three variants, and an empty one.
+    void FillStore()
+    {
+        using zentrel::SiteRootKey;
+        store.PutSite(1, "Docs");
+        store.PutSite(2, "Empty");
+        const auto root = SiteRootKey(1);
+        store.PutVirtualDir(root + "/v", "/srv/v");
+        store.Put(root + "/v/x.css", TestStore::Entry(1, 1000, 255));
+        store.Put(root + "/dir/page.htm", TestStore::Entry(2, 1000, 500));
+        auto several = TestStore::Entry(3, 0, 0);
+        store.Put(root + "/list.htm", several);
+        for (const char* query : {"0000000000000001", "0000000000000002", "0000000000000003"})
+            store.Put(root + "/list.htm/" + query, TestStore::Variant(100, 10));
+    }
+
+    QString LabelText(const char* name)
+    {
+        QCoreApplication::processEvents();
+        return window->findChild<QLabel*>(QLatin1String(name))->text();
+    }
+
+    void Trigger(const char* name) { window->findChild<QAction*>(QLatin1String(name))->trigger(); }
+    std::string TreeText() const { return Shown(*window->trvFiles->model()); }
+
+    TestStore store;
+    ScriptedBoxes boxes;
+    ScriptedPump pump;
+    QtScreenPointer pointer;
+    std::optional<ProcessState> state;
+    std::unique_ptr<frmMain> window;
+};

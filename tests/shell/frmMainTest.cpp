@@ -1,0 +1,237 @@
+#include "WindowRig.h"
+
+#include <QAbstractItemModelTester>
+#include <QContextMenuEvent>
+#include <QMenuBar>
+#include <QTest>
+
+namespace {
+
+constexpr const char* kScanned = "Internet Information Services\n"
+                                 " Docs\n"
+                                 "  dir\n"
+                                 "   page.htm (50%) Remains\n"
+                                 "  list.htm (3 entries)\n"
+                                 "  v\n"
+                                 "   x.css (25.5%) Remains\n"
+                                 " Empty (nothing cached)\n";
+
+using frmMainTest = WindowRig;
+
+TEST_F(frmMainTest, ComesUpUnconnected)
+{
+    Open(store.Folder());
+    EXPECT_EQ(window->windowTitle(), "Zentrel Quillet");
+    EXPECT_EQ(LabelText("Version"), " Zentrel v1.0   ");
+    EXPECT_EQ(LabelText("Status"), "");
+    EXPECT_EQ(LabelText("Connection"), "  Not connected");
+    EXPECT_EQ(LabelText("lblTopStrip"), "");
+    EXPECT_EQ(TreeText(), "");
+    for (const auto* label : window->findChildren<QLabel*>()) {
+        EXPECT_EQ(label->textFormat(), Qt::PlainText) << label->objectName().toStdString();
+        EXPECT_FALSE(label->accessibleName().isEmpty());
+    }
+}
+
+TEST_F(frmMainTest, DisplayConnectsAndScans)
+{
+    FillStore();
+    Open(store.Folder());
+    state->settings.LastServer = "elsewhere";  // not remembered, so this machine is taken
+    window->Display();
+
+    EXPECT_TRUE(boxes.shown.empty());
+    EXPECT_TRUE(window->isVisible() && window->trvFiles->isVisible());
+    EXPECT_EQ(window->windowTitle(), "here - Zentrel Quillet");
+    EXPECT_EQ(LabelText("lblTopStrip"), "here - Local - 2 web sites");
+    EXPECT_EQ(LabelText("Connection"), "  Connected to here");
+    EXPECT_EQ(LabelText("Status"), "Found: 3 Files");
+    EXPECT_EQ(TreeText(), kScanned);
+    EXPECT_EQ(window->focusWidget(), window->trvFiles);
+
+    // The sites are to be seen, and nothing below them until everything is expanded.
+    auto& tree = *window->trvFiles;
+    const auto& model = *tree.model();
+    const QAbstractItemModelTester tester(tree.model(),
+                                          QAbstractItemModelTester::FailureReportingMode::Fatal);
+    const auto root = model.index(0, 0);
+    const auto site = model.index(0, 0, root);
+    EXPECT_TRUE(tree.isExpanded(root) && !tree.isExpanded(site));
+    Trigger("mnuFile_ExpandAll");
+    EXPECT_TRUE(tree.isExpanded(site) && tree.isExpanded(model.index(2, 0, site)) && tree.isVisible());
+    EXPECT_EQ(tree.indexAt({0, 0}), root);
+    Trigger("mnuFile_Rescan");
+    EXPECT_EQ(TreeText(), kScanned);
+}
+
+TEST_F(frmMainTest, ScansTheChosenSitesAlone)
+{
+    FillStore();
+    Open(store.Folder());
+    state->selectsAllSites = false;
+    state->settings.Sites.Add(77);
+    state->settings.Sites.Add(2);
+    window->Display();
+    EXPECT_EQ(TreeText(), "Internet Information Services\n Empty (nothing cached)\n");
+    EXPECT_EQ(LabelText("lblTopStrip"), "here - Local - 2 web sites");
+}
+
+TEST_F(frmMainTest, SaysThatThereIsNoServer)
+{
+    Open("/nonexistent/zentrel");
+    window->Display();
+    ASSERT_EQ(boxes.shown.size(), 1U);
+    EXPECT_EQ(boxes.shown[0], "Zentrel Quillet: Cannot connect to here\r\n(Error 1722 - " +
+                                  SystemText(Code::ServerUnavailable) + ")");
+    EXPECT_EQ(LabelText("Connection"), "  Not connected - Error");
+    EXPECT_EQ(window->windowTitle(), "Zentrel Quillet");
+    for (const char* command : {"mnuFile_Rescan", "mnuFile_ExpandAll", "Refresh", "mnuPopUp_Rescan"})
+        Trigger(command);
+    EXPECT_EQ(TreeText(), "");
+    EXPECT_EQ(boxes.shown.size(), 1U);
+    EXPECT_EQ(pointer.Get(), ScreenPointer::Default);
+}
+
+TEST_F(frmMainTest, StopEndsTheScanThatRunsAndNoOther)
+{
+    FillStore();
+    for (std::uint32_t i = 10; i < 200; ++i)
+        store.Put(zentrel::SiteRootKey(1) + "/more/p" + std::to_string(i), TestStore::Entry(i, 100, 50));
+    Open(store.Folder());
+    Trigger("Stop");
+    window->Display();
+    EXPECT_EQ(LabelText("Status"), "Found: 193 Files");
+
+    pump.onRun = [this, from = pump.runs](int run) {
+        EXPECT_FALSE(window->trvFiles->isVisible() && run - from < 50);
+        if (run - from == 50) QTest::keyClick(window.get(), Qt::Key_Escape);
+    };
+    window->Rescan();
+    const auto found = state->contents.totals.Count;
+    EXPECT_GT(found, 0);
+    EXPECT_LT(found, 60);
+    EXPECT_EQ(LabelText("Status"), "Found: " + QString::number(found) + " Files");
+    const QAbstractItemModelTester tester(window->trvFiles->model(),
+                                          QAbstractItemModelTester::FailureReportingMode::Fatal);
+    pump.onRun = nullptr;
+    Trigger("Refresh");
+    EXPECT_EQ(LabelText("Status"), "Found: 193 Files");
+}
+
+TEST_F(frmMainTest, TakesNoSecondCommandWhileItScans)
+{
+    FillStore();
+    Open(store.Folder());
+    pump.isLive = true;
+    int depth = 0;
+    pump.onRun = [&](int) {
+        EXPECT_EQ(++depth, 1);
+        for (const char* command : {"mnuFile_Rescan", "mnuFile_ExpandAll"})
+            if (window->trvFiles->isHidden()) Trigger(command);
+        --depth;
+    };
+    window->Display();
+    EXPECT_EQ(TreeText(), kScanned);
+}
+
+TEST_F(frmMainTest, ClosesWhenTheOperationInProgressHasEnded)
+{
+    FillStore();
+    for (const int runAtClose : {1, 3, 8}) {  // while it shows itself, connects, scans
+        Open(store.Folder());
+        pump.runs = 0;
+        pump.onRun = [&](int run) {
+            const bool isClosed = run == runAtClose && window->close();
+            EXPECT_FALSE(isClosed);
+        };
+        window->Display();
+        EXPECT_TRUE(window->IsUnloaded() && !window->isVisible()) << runAtClose;
+        const auto runs = pump.runs;
+        window->Rescan();
+        window->ConnectToServer();
+        EXPECT_EQ(pump.runs, runs) << runAtClose;
+        EXPECT_EQ(TreeText(), "");
+    }
+    Open(store.Folder());
+    pump.onRun = nullptr;
+    window->Display();
+    Trigger("mnuFile_Exit");
+    EXPECT_TRUE(window->IsUnloaded() && !window->isVisible());
+}
+
+TEST_F(frmMainTest, ShowsMarkupAndHostileNamesAsTheyAre)
+{
+    store.PutSite(1, "<b>Site</b> \xE2\x80\xAE"
+                     "evil\n");
+    store.Put(zentrel::SiteRootKey(1) + "/<img src=x>.htm", TestStore::Entry(1, 1000, 500));
+    Open(store.Folder());
+    window->Display();
+    EXPECT_EQ(
+        TreeText(),
+        "Internet Information Services\n <b>Site</b> \uFFFDevil\u240A\n  <img src=x>.htm (50%) Remains\n");
+    window->SetStatus("<h1>big</h1>");
+    EXPECT_EQ(LabelText("Status"), "<h1>big</h1>");
+}
+
+TEST_F(frmMainTest, TheRowsMenuOffersWhatItsRowAllows)
+{
+    FillStore();
+    Open(store.Folder());
+    window->Display();
+    window->ExpandAll();
+    auto& tree = *window->trvFiles;
+    auto* const menu = window->mnuPopUp_Tree;
+    auto* const refresh = window->findChild<QAction*>("mnuPopUp_Refresh");
+    const auto ask = [&](QContextMenuEvent::Reason reason, const QPoint& place) {
+        menu->hide();
+        QContextMenuEvent event(reason, place, tree.viewport()->mapToGlobal(place));
+        QCoreApplication::sendEvent(tree.viewport(), &event);
+    };
+    QModelIndex row = tree.model()->index(0, 0);
+    for (const bool isUrl : {false, false, false, true, true, false, true, false}) {
+        ask(QContextMenuEvent::Mouse, tree.visualRect(row).center());
+        EXPECT_TRUE(menu->isVisible());
+        EXPECT_EQ(tree.currentIndex(), row);
+        EXPECT_EQ(refresh->isEnabled(), isUrl) << row.data().toString().toStdString();
+        row = tree.indexBelow(row);
+    }
+    EXPECT_FALSE(row.isValid());
+    ask(QContextMenuEvent::Mouse, {5, tree.viewport()->height() - 2});
+    EXPECT_FALSE(menu->isVisible());
+    ask(QContextMenuEvent::Keyboard, {0, 0});
+    EXPECT_TRUE(menu->isVisible());
+    EXPECT_EQ(tree.currentIndex().data(), "Empty (nothing cached)");
+    menu->hide();
+}
+
+TEST_F(frmMainTest, DividesItsInnerAreaWithoutGapOrOverlap)
+{
+    Open(store.Folder());
+    window->show();
+    const auto expectFilled = [this] {
+        QCoreApplication::processEvents();
+        const auto area = window->centralWidget()->rect();
+        EXPECT_EQ(window->TopStrip->geometry().topLeft(), area.topLeft());
+        EXPECT_EQ(window->spltMain->geometry().top(), window->TopStrip->geometry().bottom() + 1);
+        EXPECT_EQ(window->spltMain->geometry().bottomRight(), area.bottomRight());
+        EXPECT_EQ(window->trvFiles->size(), window->spltMain->size());
+    };
+    expectFilled();
+    window->resize(500, 333);
+    expectFilled();
+    window->Toolbar->hide();
+    expectFilled();
+    window->StatusBar->hide();
+    expectFilled();
+
+    window->StatusBar->show();
+    const auto least = window->minimumSizeHint().width();
+    window->SetStatus(std::string(100'000, 'W'));
+    window->SetConnStatus("Connected to " + std::string(1000, 'W'));
+    window->SetTopStrip(std::string(1000, 'W'));
+    expectFilled();
+    EXPECT_LE(window->minimumSizeHint().width(), std::max(least, 400));
+    EXPECT_EQ(window->width(), 500);
+}
+
+}  // namespace
