@@ -98,7 +98,11 @@ int RunWindow(const StartOptions& options, std::shared_ptr<zentrel::Transport> t
     frmMain window(state, {boxes, pump, pointer});
     const auto visitors = demo == nullptr ? nullptr : demo->Visitors();
     window.Display();
-    if (options.picture) return WritePicture(window, *options.picture);
+    if (options.picture) {
+        if (window.IsUnloaded()) return kFailed;
+        const int written = WritePicture(window, *options.picture);
+        return written == 0 && !window.IsConnected() ? kFailed : written;
+    }
     return window.IsUnloaded() ? 0 : QApplication::exec();
 }
 

@@ -43,6 +43,8 @@ public:
     // True once the window was closed. A close in the middle of an operation ends that first.
     bool IsUnloaded() const { return m_isUnloaded; }
 
+    bool IsConnected() const { return m_connection.IsConnected(); }
+
     void SetStatus(std::string_view text) override { StatusBar->SetStatus(text); }
     void SetConnStatus(std::string_view text) override { StatusBar->SetConnStatus(text); }
     void SetCaption(const std::string& text) override;
