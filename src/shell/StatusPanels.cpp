@@ -4,6 +4,14 @@
 
 #include <QTimerEvent>
 
+#include <algorithm>
+
+namespace {
+
+constexpr qint64 kBetweenTexts = 50;  // milliseconds; a text that runs by faster cannot be read anyway
+
+}  // namespace
+
 StatusPanels::StatusPanels(QWidget* parent)
     : QStatusBar(parent),
       m_version(new PlainLabel(QStringLiteral("Version"), tr("Version"), this)),
@@ -25,7 +33,9 @@ void StatusPanels::SetVersion(std::string_view text)
 void StatusPanels::SetStatus(std::string_view text)
 {
     m_statusText = text;
-    if (!m_change.isActive()) m_change.start(0, this);
+    if (m_change.isActive()) return;
+    const auto since = m_lastShown.isValid() ? m_lastShown.elapsed() : kBetweenTexts;
+    m_change.start(static_cast<int>(std::clamp(kBetweenTexts - since, qint64{0}, kBetweenTexts)), this);
 }
 
 void StatusPanels::SetConnStatus(std::string_view text)
@@ -42,5 +52,6 @@ void StatusPanels::timerEvent(QTimerEvent* event)
 {
     if (event->timerId() != m_change.timerId()) return QStatusBar::timerEvent(event);
     m_change.stop();
+    m_lastShown.start();
     m_status->ShowText(m_statusText);
 }

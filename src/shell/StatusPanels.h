@@ -4,12 +4,13 @@
 #include "controls/PlainLabel.h"
 
 #include <QBasicTimer>
+#include <QElapsedTimer>
 #include <QStatusBar>
 
 #include <string>
 
 // The status bar with its panels "Version", "Status" and "Connection". A status text may be set a million
-// times in a scan: the last one is shown at the next visit to the event loop.
+// times in a scan: the last one is shown by the event loop, about twenty times a second at most.
 class StatusPanels : public QStatusBar, public StatusLine {
     Q_OBJECT
 
@@ -30,4 +31,5 @@ private:
     PlainLabel* const m_connection;
     std::string m_statusText;
     QBasicTimer m_change;
+    QElapsedTimer m_lastShown;
 };

@@ -6,6 +6,7 @@
 #include "zentrel/EmbeddedTransport.h"
 
 #include <QCoreApplication>
+#include <QTest>
 
 #include <functional>
 #include <memory>
@@ -76,7 +77,7 @@ public:
 
     QString LabelText(const char* name)
     {
-        QCoreApplication::processEvents();
+        QTest::qWait(60);  // the status text follows at its own pace
         return window->findChild<QLabel*>(QLatin1String(name))->text();
     }
 
