@@ -16,6 +16,14 @@ void AppendLowerCase(std::string& out, std::string_view text);
 int CompareText(std::string_view left, std::string_view right);
 int CompareFolded(std::string_view left, std::string_view right);  // the same; 0 when only case differs
 
+// The text without leading and trailing blanks (0x20).
+constexpr std::string_view TrimBlanks(std::string_view text)
+{
+    const auto first = text.find_first_not_of(' ');
+    if (first == std::string_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
 // The text without one leading and one trailing "/".
 constexpr std::string_view TrimSlashes(std::string_view path)
 {

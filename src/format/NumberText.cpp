@@ -1,17 +1,11 @@
 #include "format/NumberText.h"
 
+#include "base/Text.h"
 #include "format/Picture.h"
 
 #include <charconv>
 
 namespace {
-
-std::string_view TrimBlanks(std::string_view text)
-{
-    const auto first = text.find_first_not_of(' ');
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
 
 // With "." for the user's separator; empty when the text already held a ".".
 std::string WithPoint(std::string_view text, const std::string& separator)

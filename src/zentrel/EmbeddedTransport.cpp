@@ -96,6 +96,7 @@ public:
         return std::filesystem::absolute(m_service->Cache().Root()).string();
     }
     Done ResetCounters() override { return m_service->ResetCounters(); }
+    Result<CounterTotals> ReadCounters() override { return m_service->Counters(); }
 
 private:
     // Runs a read on the key at a path, inside one transaction.
@@ -167,6 +168,11 @@ Result<std::shared_ptr<Service>> EmbeddedTransport::OpenService()
     m_opened = *opened;
     m_openedFile = file;
     return opened;
+}
+
+Result<std::unique_ptr<ServiceManager>> EmbeddedTransport::OpenServiceManager(std::string_view, std::uint32_t)
+{
+    return Fail(Code::ServerUnavailable & 0xFFFFU, "Services");
 }
 
 Result<std::shared_ptr<Session>> EmbeddedTransport::Connect(std::string_view server)

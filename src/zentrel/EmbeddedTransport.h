@@ -23,6 +23,9 @@ public:
     // Local names: empty, ".", "localhost" and this machine's own, whatever their case. Everything else,
     // and a machine without a data folder, is ServerUnavailable; nothing is ever made by looking.
     Result<std::shared_ptr<Session>> Connect(std::string_view server) override;
+    // A folder that this process has opened has no host service around it: always 1722.
+    Result<std::unique_ptr<ServiceManager>> OpenServiceManager(std::string_view machine,
+                                                               std::uint32_t access) override;
 
 private:
     bool IsLocalName(std::string_view server) const;

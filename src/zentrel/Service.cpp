@@ -195,7 +195,8 @@ Done Service::DeleteEntry(std::string_view path)
     return (*change)->RemoveFiles(std::move(*files));
 }
 
-Result<std::uint64_t> Service::DeleteTree(std::string_view path)
+Result<std::uint64_t> Service::DeleteTree(std::string_view path,
+                                          const std::function<bool(std::uint64_t)>& progress)
 {
     const auto checked = CheckDeletion(path);
     if (!checked) return Fail(checked.error());
@@ -209,8 +210,9 @@ Result<std::uint64_t> Service::DeleteTree(std::string_view path)
             if (auto flushed = m_entries->Flush(); !flushed) return Fail(flushed.error());
         const auto deleted = deletion->DeleteBatch(*m_store, files);
         if (!deleted) return Fail(deleted.error());
+        const bool goesOn = !progress || progress(deletion->EntryCount());  // kept, whatever the files say
         if (auto removed = (*change)->RemoveFiles(std::move(files)); !removed) return Fail(removed.error());
-        more = *deleted;
+        more = *deleted && goesOn;
     }
     return deletion->EntryCount();
 }

@@ -10,6 +10,7 @@
 #include "zentrel/Versions.h"
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -62,8 +63,10 @@ public:
     Done DeleteEntry(std::string_view path);
     // Deletes every entry at and below a path, sites and virtual directories themselves stay.
     // Answers how many entries went. FileNotFound when there is no such key. Other operations get their
-    // turn in between, and what a request caches meanwhile may stay.
-    Result<std::uint64_t> DeleteTree(std::string_view path);
+    // turn in between, and what a request caches meanwhile may stay. progress: told after each batch how many
+    // entries went so far, with the service locked; false ends the deletion there.
+    Result<std::uint64_t> DeleteTree(std::string_view path,
+                                     const std::function<bool(std::uint64_t)>& progress = {});
 
     Result<CounterTotals> Counters() const;  // of this process when it is the writer, else as last stored
     Done ResetCounters();

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "base/Result.h"
+#include "zentrel/Counters.h"
+#include "zentrel/HostServices.h"
 #include "zentrel/Property.h"
 #include "zentrel/SubtreeStream.h"
 
@@ -43,6 +45,8 @@ public:
     virtual Done DeleteTree(std::string_view path) = 0;
     virtual Result<std::string> GetCacheDir() = 0;
     virtual Done ResetCounters() = 0;
+    // AccessDenied: the host lets nobody read its counters from afar at present.
+    virtual Result<CounterTotals> ReadCounters() = 0;
 };
 
 // Makes sessions by server name. One transport serves all administration objects of a process.
@@ -54,6 +58,10 @@ public:
     // ServerUnavailable: nothing there under this name; UnknownInterface, InterfaceNotFound: no service of
     // a kind that this program speaks to; AccessDenied.
     virtual Result<std::shared_ptr<Session>> Connect(std::string_view server) = 0;
+    // The services of a host (of this machine when `machine` is empty). Fails with the plain code 1722 when
+    // the host does not answer, 5 when it refuses.
+    virtual Result<std::unique_ptr<ServiceManager>> OpenServiceManager(std::string_view machine,
+                                                                       std::uint32_t access) = 0;
 };
 
 }  // namespace zentrel

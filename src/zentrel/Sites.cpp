@@ -3,9 +3,9 @@
 #include "base/Text.h"
 #include "zentrel/KeyPath.h"
 #include "zentrel/KeyWalk.h"
+#include "zentrel/SiteNumber.h"
 
 #include <algorithm>
-#include <charconv>
 #include <limits>
 
 namespace zentrel {
@@ -92,10 +92,8 @@ SiteConfig ReadSite(const KeyRow& row, std::uint32_t number)
 // A site's number from its key's name; 0 for a key that is none.
 std::uint32_t SiteNumber(const KeyRow& row)
 {
-    std::uint32_t number = 0;
-    const auto [end, error] = std::from_chars(row.name.data(), row.name.data() + row.name.size(), number);
-    const bool isNumber = error == std::errc{} && row.name == std::to_string(number);
-    return isNumber && TextOf(row, Prop::KeyType) == kWebServerType ? number : 0;
+    const auto number = ParseSiteNumber(row.name);
+    return number && TextOf(row, Prop::KeyType) == kWebServerType ? static_cast<std::uint32_t>(*number) : 0;
 }
 
 }  // namespace

@@ -17,6 +17,12 @@ void RowBatch::Clear()
     m_at = 0;
 }
 
+void RowBatch::Assign(std::string packed)
+{
+    m_bytes = std::move(packed);
+    m_at = 0;
+}
+
 void RowBatch::Add(const SubtreeRow& row)
 {
     const auto at = m_bytes.size();

@@ -26,6 +26,10 @@ public:
     void Add(const SubtreeRow& row);
     std::size_t Bytes() const { return m_bytes.size(); }
 
+    // The bytes as they travel, and a batch made of bytes that came from afar (checked by Take).
+    const std::string& Packed() const { return m_bytes; }
+    void Assign(std::string packed);
+
     // Takes the next row; empty at the end or at broken bytes. Views last until Clear.
     std::optional<SubtreeRow> Take();
     std::optional<SubtreeRow> Peek() const;

@@ -57,6 +57,11 @@ public:
         if (!real) return real;
         return std::shared_ptr<zentrel::Session>(std::make_shared<Plain>(*real, m_rows));
     }
+    Result<std::unique_ptr<zentrel::ServiceManager>> OpenServiceManager(std::string_view machine,
+                                                                        std::uint32_t access) override
+    {
+        return m_real->OpenServiceManager(machine, access);
+    }
 
 private:
     class Plain : public zentrel::Session {
@@ -90,6 +95,7 @@ private:
         Done DeleteTree(std::string_view path) override { return m_real->DeleteTree(path); }
         Result<std::string> GetCacheDir() override { return m_real->GetCacheDir(); }
         Done ResetCounters() override { return m_real->ResetCounters(); }
+        Result<zentrel::CounterTotals> ReadCounters() override { return m_real->ReadCounters(); }
 
     private:
         std::shared_ptr<zentrel::Session> m_real;

@@ -29,6 +29,11 @@ public:
             if (const auto code = connectErrors[m_connections++]) return Fail(code, "test");
         return std::shared_ptr<zentrel::Session>(std::make_shared<ScriptedSession>(shared_from_this()));
     }
+    Result<std::unique_ptr<zentrel::ServiceManager>> OpenServiceManager(std::string_view,
+                                                                        std::uint32_t) override
+    {
+        return Fail(1722, "test");
+    }
 
 private:
     std::size_t m_connections = 0;
@@ -80,6 +85,7 @@ private:
         Done DeleteTree(std::string_view) override { return {}; }
         Result<std::string> GetCacheDir() override { return std::string(); }
         Done ResetCounters() override { return {}; }
+        Result<zentrel::CounterTotals> ReadCounters() override { return zentrel::CounterTotals{}; }
 
     private:
         std::shared_ptr<ScriptedTransport> m_script;

@@ -232,7 +232,15 @@ TEST_F(ServiceTest, DeletingATreeLeavesWhatItIsSetUpWith)
     EXPECT_EQ(service->DeleteTree("").error().code, Code::InvalidName);
     EXPECT_EQ(service->DeleteTree("LM/W3SVC/1/Root/many/7").value(), 1U);
     EXPECT_FALSE(service->Cache().Size({7, Encoding::Gzip, 0}));
-    EXPECT_EQ(service->DeleteTree("LM/W3SVC").value(), 24'999U + 1000U + 1U);
+    std::vector<std::uint64_t> progress;
+    const auto first = service->DeleteTree("LM/W3SVC/1/Root/many", [&progress](std::uint64_t count) {
+        progress.push_back(count);
+        return progress.size() < 2;
+    });
+    ASSERT_EQ(progress.size(), 2U) << "it ends where it is told to";
+    EXPECT_LT(progress[0], progress[1]);
+    EXPECT_EQ(first.value(), progress[1]);
+    EXPECT_EQ(service->DeleteTree("LM/W3SVC").value(), 24'999U - *first + 1000U + 1U);
     std::vector<std::string> left;
     for (const auto& [path, properties] : Keys()) left.push_back(path);
     EXPECT_EQ(left, (std::vector<std::string>{"", "LM", "LM/W3SVC", "LM/W3SVC/1", "LM/W3SVC/1/Root",

@@ -1,0 +1,169 @@
+#include "zentrel/ServiceTable.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <future>
+#include <map>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+
+using namespace std::chrono_literals;
+using zentrel::ServiceSetup;
+using zentrel::ServiceStart;
+using zentrel::ServiceState;
+using zentrel::ServiceTable;
+
+namespace {
+
+// Services whose starts a test holds up or lets fail.
+class ServiceTableTest : public testing::Test {
+protected:
+    struct Script {
+        Done outcome;
+        std::shared_future<void> beforeCheckIn, afterCheckIn;  // waited for when there are
+        int starts = 0;
+        int stops = 0;
+    };
+
+    ServiceTableTest()
+    {
+        for (const char* const name : {"A", "B", "C"}) {
+            auto& script = scripts[name];
+            table.Add(name, {[&script](const std::function<void()>& checkIn) {
+                                 ++script.starts;
+                                 if (script.beforeCheckIn.valid()) script.beforeCheckIn.wait();
+                                 if (script.outcome) checkIn();
+                                 if (script.afterCheckIn.valid()) script.afterCheckIn.wait();
+                                 return script.outcome;
+                             },
+                             [&script] { ++script.stops; }});
+        }
+        table.Add("Fixed", {[](const std::function<void()>& checkIn) {
+                                checkIn();
+                                return Done();
+                            },
+                            {}});
+    }
+
+    std::uint32_t Start(std::string_view name) { return CodeOf(table.Start(name)); }
+    std::uint32_t Stop(std::string_view name) { return CodeOf(table.Stop(name)); }
+    static std::uint32_t CodeOf(const Done& done) { return done ? 0 : done.error().code; }
+
+    ServiceState State(std::string_view name) const { return table.Query(name)->state; }
+    void WaitFor(std::string_view name, ServiceState state) const
+    {
+        for (int i = 0; i < 500 && State(name) != state; ++i) std::this_thread::sleep_for(10ms);
+        EXPECT_EQ(State(name), state);
+    }
+
+    // start, needs, account, check-in time
+    void Configure(const ServiceTable::Setups& setups) { ASSERT_TRUE(table.Configure(setups)); }
+
+    std::map<std::string, Script> scripts;  // outlive the table
+    ServiceTable table;
+};
+
+}  // namespace
+
+TEST_F(ServiceTableTest, StartsAndStopsWhateverTheNamesCase)
+{
+    EXPECT_EQ(Start("a"), 0U);
+    WaitFor("A", ServiceState::Running);
+    EXPECT_EQ(Start("A"), 1056U);
+    EXPECT_EQ(Stop("a"), 0U);
+    EXPECT_EQ(State("A"), ServiceState::Stopped);
+    EXPECT_EQ(Stop("A"), 1062U);
+    EXPECT_EQ(Start("A"), 0U) << "and again";
+    for (const auto* const name : {"", "a/b", "a\\b"}) EXPECT_EQ(Start(name), 123U) << name;
+    EXPECT_EQ(Start(std::string(257, 'x')), 123U);
+    EXPECT_EQ(Start(std::string(256, 'x')), 1060U);
+    EXPECT_EQ(table.Query("nobody").error().code, 1060U);
+    EXPECT_EQ(Start("Fixed"), 0U);
+    WaitFor("Fixed", ServiceState::Running);
+    EXPECT_EQ(Stop("Fixed"), 5U);
+    EXPECT_EQ(table.List().size(), 4U);
+}
+
+TEST_F(ServiceTableTest, EveryReasonNotToStartHasItsCode)
+{
+    scripts["B"].outcome = Fail(Code::IoError, "test");
+    Configure({{"A", {ServiceStart::Disabled, {}, {}, 5s}}, {"B", {ServiceStart::Automatic, {}, {}, 5s}}});
+    EXPECT_EQ(Start("A"), 1058U);
+    EXPECT_EQ(Start("B"), 29U) << "its own";
+    const auto failed = table.StartAutomatic();
+    ASSERT_EQ(failed.size(), 1U);
+    EXPECT_EQ(failed[0].first, "B");
+
+    Configure({{"A", {ServiceStart::Manual, {"b"}, {}, 5s}},
+               {"C", {ServiceStart::Manual, {"Nobody"}, {}, 5s}},
+               {"Fixed", {ServiceStart::Manual, {}, "no such account", 5s}}});
+    EXPECT_EQ(Start("A"), 1068U);
+    EXPECT_EQ(Start("C"), 1075U);
+    EXPECT_EQ(Start("Fixed"), 1069U);
+    EXPECT_EQ(scripts["A"].starts + scripts["C"].starts, 0);
+
+    Configure({{"C", {ServiceStart::Manual, {}, "root", 5s}}});
+    {
+        const auto lock = table.LockDatabase();
+        EXPECT_EQ(Start("C"), 1055U);
+    }
+    EXPECT_EQ(Start("C"), 0U);
+}
+
+TEST_F(ServiceTableTest, AStartIsPendingUntilTheServiceRunsAndGivenUpWhenItDoesNotCheckIn)
+{
+    std::promise<void> runs;
+    scripts["A"].afterCheckIn = runs.get_future().share();
+    EXPECT_EQ(Start("A"), 0U) << "does not wait until it runs";
+    EXPECT_EQ(State("A"), ServiceState::StartPending);
+    EXPECT_EQ(Start("A"), 997U);
+    EXPECT_EQ(Stop("A"), 1062U);
+    runs.set_value();
+    WaitFor("A", ServiceState::Running);
+
+    std::promise<void> late;
+    scripts["B"].beforeCheckIn = late.get_future().share();
+    Configure({{"B", {ServiceStart::Manual, {}, {}, 50ms}}});
+    EXPECT_EQ(Start("B"), 1053U);
+    EXPECT_EQ(Start("B"), 997U) << "it may still come to an end";
+    late.set_value();
+    WaitFor("B", ServiceState::Stopped);
+    EXPECT_EQ(scripts["B"].stops, 1) << "what came too late is stopped";
+}
+
+TEST_F(ServiceTableTest, NeedsStartFirstAndKeepWhatTheyNeedRunning)
+{
+    Configure(
+        {{"A", {ServiceStart::Automatic, {"B", "C"}, {}, 5s}}, {"B", {ServiceStart::Manual, {"C"}, {}, 5s}}});
+    EXPECT_TRUE(table.StartAutomatic().empty());
+    WaitFor("A", ServiceState::Running);
+    EXPECT_TRUE(table.IsRunning("b") && table.IsRunning("C"));
+    EXPECT_EQ(scripts["C"].starts, 1);
+    EXPECT_EQ(Stop("C"), 1051U);
+    EXPECT_EQ(Stop("A") + Stop("B") + Stop("C"), 0U);
+
+    EXPECT_FALSE(table.Configure(
+        {{"A", {ServiceStart::Manual, {"B"}, {}, 5s}}, {"B", {ServiceStart::Manual, {"a"}, {}, 5s}}}))
+        << "a circle";
+    EXPECT_FALSE(table.Configure({{"Nobody", {}}}));
+    EXPECT_TRUE(table.Configure({{"A", {ServiceStart::Disabled, {}, {}, 5s}}}, true));
+    EXPECT_EQ(table.Query("A")->start, ServiceStart::Automatic) << "all stayed as it was";
+}
+
+TEST_F(ServiceTableTest, AHostWithoutRoomForAThreadSaysSo)
+{
+    const auto child = fork();
+    if (child == 0) {  // the limit holds for the whole process, and for no root
+        const rlimit none{0, 0};
+        if (getuid() == 0 && setresuid(65534, 65534, 65534) != 0) _exit(1);
+        if (setrlimit(RLIMIT_NPROC, &none) != 0) _exit(2);
+        const bool isRight = Start("A") == 1054U && State("A") == ServiceState::Stopped;
+        _exit(isRight ? 0 : 3);
+    }
+    int status = -1;
+    waitpid(child, &status, 0);
+    EXPECT_EQ(status, 0);
+}
