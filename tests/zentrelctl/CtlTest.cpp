@@ -9,7 +9,7 @@ TEST_F(CtlTest, AServerIsMadeFilledAndLookedInto)
     MakeWarmSite();
     Write("../other/c.txt");
     Do({"vdir", "add", "1", "/extra/more", (Root() / "../other").string()});
-    EXPECT_EQ(Do({"warm", "1", "--below", "/extra/more"}), "site 1: 1 files in the cache, 0 skipped\n");
+    EXPECT_EQ(Do({"warm", "1", "--below", "/extra/more"}), "site 1: 1 file in the cache, 0 skipped\n");
     EXPECT_EQ(Do({"site", "add", "7", "--comment", "Second \"site\"", "--root", Root().string(), "--binding",
                   "*:80:", "--binding", "[::1]:8080:host", "--encoding", "deflate", "--level", "9"}),
               "");
@@ -87,12 +87,12 @@ TEST_F(CtlTest, ReplayCountsWhatTheLogHolds)
     EXPECT_EQ(replayed.exitCode, 0) << replayed.err;
     EXPECT_EQ(replayed.out,
               "6 requests: 4 answered (4 compressed, 3 from the cache), 1 not found, 1 refused\n"
-              "1 lines without GET or HEAD passed over\n2 bad lines\n");
+              "1 line without GET or HEAD passed over\n2 bad lines\n");
     EXPECT_EQ(replayed.err, "zentrelctl: line 4 is no request of the common or combined format\n"
                             "zentrelctl: line 7 is no request of the common or combined format\n");
     EXPECT_TRUE(Contains(Do({"ls", "LM/W3SVC/1/Root/index.html"}), "variant"));
     EXPECT_EQ(Do({"replay", "1", "-"}, line("GET /index.html?q=1")),
-              "1 requests: 1 answered (1 compressed, 1 from the cache), 0 not found, 0 refused\n");
+              "1 request: 1 answered (1 compressed, 1 from the cache), 0 not found, 0 refused\n");
     EXPECT_TRUE(Contains(Do({"counters"}), "Responses Sent Total                    7\n"))
         << Do({"counters"});
     EXPECT_TRUE(Contains(Do({"counters", "--json", "--reset"}), "\"value\": 7,"));
@@ -230,7 +230,7 @@ TEST_F(CtlTest, AnInterruptedReplayKeepsWhatIsDone)
     replay.Signal(SIGINT);
     const auto outcome = replay.Wait();
     EXPECT_EQ(outcome.exitCode, 1);
-    EXPECT_TRUE(outcome.out.starts_with("1 requests: 1 answered")) << outcome.out;
+    EXPECT_TRUE(outcome.out.starts_with("1 request: 1 answered")) << outcome.out;
     EXPECT_TRUE(outcome.err.ends_with("what was done stays. (error 1223)\n")) << outcome.err;
     EXPECT_TRUE(Contains(Do({"get", "LM/W3SVC/1/Root/index.html", "--json"}), "\"totalHits\": 1,"));
 }

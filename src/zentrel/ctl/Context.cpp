@@ -26,6 +26,11 @@ CLI::Option* AddSiteNumber(CLI::App& command, const std::string& name, std::uint
         ->check(CLI::Range(1U, kHighestSite));
 }
 
+std::string Counted(std::uint64_t count, std::string_view one, std::string_view several)
+{
+    return std::to_string(count).append(" ").append(count == 1 ? one : several);
+}
+
 tl::unexpected<SystemError> Cancelled(std::string description)
 {
     return Fail(Code::Cancelled, "zentrelctl", std::move(description));

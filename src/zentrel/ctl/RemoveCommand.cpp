@@ -32,7 +32,7 @@ Done RunRemove(const Context& context, const Options& options)
     if (!options.yes && !UserAgrees(options.path)) return Cancelled("Nothing was deleted.");
     const auto deleted = (*service)->DeleteTree(options.path);
     if (!deleted) return Fail(deleted.error());
-    context.out << *deleted << " entries deleted\n";
+    context.out << Counted(*deleted, "entry", "entries") << " deleted\n";
     return {};
 }
 

@@ -132,11 +132,12 @@ Done Replay::Send(std::string url)
 
 void WriteSummary(std::ostream& out, const Tally& tally)
 {
-    out << tally.requests << " requests: " << tally.answered << " answered (" << tally.compressed
-        << " compressed, " << tally.fromCache << " from the cache), " << tally.notFound << " not found, "
-        << tally.refused << " refused\n";
-    if (tally.otherMethods != 0) out << tally.otherMethods << " lines without GET or HEAD passed over\n";
-    if (tally.badLines != 0) out << tally.badLines << " bad lines\n";
+    out << Counted(tally.requests, "request", "requests") << ": " << tally.answered << " answered ("
+        << tally.compressed << " compressed, " << tally.fromCache << " from the cache), " << tally.notFound
+        << " not found, " << tally.refused << " refused\n";
+    if (tally.otherMethods != 0)
+        out << Counted(tally.otherMethods, "line", "lines") << " without GET or HEAD passed over\n";
+    if (tally.badLines != 0) out << Counted(tally.badLines, "bad line", "bad lines") << "\n";
 }
 
 Done RunReplay(const Context& context, const Options& options)

@@ -20,8 +20,8 @@ Done RunWarm(const Context& context, const WarmOptions& options)
     });
     progress.Clear();
     if (!warmed) return Fail(warmed.error());
-    context.out << "site " << options.site << ": " << warmed->cached << " files in the cache, "
-                << warmed->skipped << " skipped\n";
+    context.out << "site " << options.site << ": " << Counted(warmed->cached, "file", "files")
+                << " in the cache, " << warmed->skipped << " skipped\n";
     if (signals.Raised()) return Cancelled("Stopped before the end; what is cached stays.");
     return {};
 }

@@ -37,6 +37,8 @@ int Run(int argc, char** argv)
     zentrel::AddGetCommand(app, context);
     zentrel::AddRemoveCommand(app, context);
     zentrel::AddCountersCommand(app, context);
+    zentrel::AddServiceCommands(app, context);
+    zentrel::AddCertCommands(app, context);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
@@ -44,7 +46,8 @@ int Run(int argc, char** argv)
     }
 
     if (context.data.empty()) context.data = zentrel::DefaultDataFolder();
-    if (context.data.empty()) return ReportUsage("There is no home folder; --data is needed.");
+    if (context.needsData && context.data.empty())
+        return ReportUsage("There is no home folder; --data is needed.");
     const auto done = context.run();
     std::cout.flush();
     if (!done) return Report(done.error().description, done.error().Plain(), ExitCode::Failed);

@@ -1,7 +1,7 @@
-#include "zentrel/DataFolder.h"
 #include "zentrel/ExitCode.h"
 #include "zentrel/daemon/Daemon.h"
 #include "zentrel/daemon/Log.h"
+#include "zentrel/daemon/Wakeups.h"
 
 #include <CLI/CLI.hpp>
 
@@ -16,14 +16,14 @@ namespace ExitCode = zentrel::ExitCode;
 int Run(const zentrel::DaemonOptions& options)
 {
     zentrel::StopSignals signals;
-    std::signal(SIGHUP, SIG_IGN);
+    zentrel::Wakeups wakeups;
     std::signal(SIGPIPE, SIG_IGN);
     auto daemon = zentrel::Daemon::Start(options);
     if (!daemon) {
         Log::Error("cannot start", daemon.error());
         return ExitCode::Failed;
     }
-    if (auto done = daemon->Run(signals); !done) {
+    if (auto done = daemon->Run(signals, wakeups); !done) {
         Log::Error("failed", done.error());
         return ExitCode::Failed;
     }
@@ -31,12 +31,39 @@ int Run(const zentrel::DaemonOptions& options)
     return ExitCode::Done;
 }
 
+int Check(zentrel::DaemonOptions options)
+{
+    if (options.config.empty()) {
+        Log::Error("there is no configuration file; --config names one");
+        return ExitCode::WrongUsage;
+    }
+    if (auto checked = zentrel::Daemon::Check(options); !checked) {
+        Log::Error("the configuration is not good", checked.error());
+        return ExitCode::Failed;
+    }
+    Log::Info("the configuration is good: " + options.config.string());
+    return ExitCode::Done;
+}
+
+// The system's own configuration counts only when nobody says where the data are.
+void FindConfig(zentrel::DaemonOptions& options)
+{
+    constexpr auto kUsual = "/etc/zentrel/zentreld.conf";
+    std::error_code error;
+    if (options.config.empty() && options.data.empty() && std::filesystem::exists(kUsual, error))
+        options.config = kUsual;
+    if (!options.config.empty()) options.config = std::filesystem::absolute(options.config);
+}
+
 int ParseAndRun(int argc, char** argv)
 {
     constexpr int kDay = 86'400;
     zentrel::DaemonOptions options;
-    int interval = 60;
-    CLI::App app("Keeps a Zentrel server's data folder in order.", "zentreld");
+    int interval = 0;
+    bool isCheck = false;
+    CLI::App app("Keeps a Zentrel server's data folder in order and offers its administration.", "zentreld");
+    app.add_option("--config", options.config, "The configuration file; see zentreld(8)");
+    app.add_flag("--check-config", isCheck, "Tell whether the configuration file is good, and end");
     app.add_option("--data", options.data, "The data folder; by default zentrel in the user's data folder");
     app.add_option("--interval", interval, "Seconds between two rounds, 1 to 86400; 60 when left out")
         ->check(CLI::Range(1, kDay));
@@ -50,11 +77,9 @@ int ParseAndRun(int argc, char** argv)
         Log::Error(text.substr(0, text.find('\n')));
         return ExitCode::WrongUsage;
     }
-    options.interval = std::chrono::seconds(interval);
-    if (options.data.empty()) options.data = zentrel::DefaultDataFolder();
-    if (!options.data.empty()) return Run(options);
-    Log::Error("there is no home folder; --data is needed");
-    return ExitCode::WrongUsage;
+    if (interval != 0) options.interval = std::chrono::seconds(interval);
+    FindConfig(options);
+    return isCheck ? Check(options) : Run(options);
 }
 
 }  // namespace

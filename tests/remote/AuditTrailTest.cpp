@@ -1,0 +1,61 @@
+#include "remote/AdminRig.h"
+
+#include "zentrel/remote/AuditLog.h"
+#include "zentrel/remote/Doorkeeper.h"
+
+#include <sys/resource.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <thread>
+
+using zentrel::Role;
+
+class AuditTrail : public AdminRig {};
+
+TEST_F(AuditTrail, ALineThatAFullDiskCutShortDoesNotRunIntoTheNext)
+{
+    options.audit = Path("torn.log");
+    const auto log = *zentrel::AuditLog::Open(options.audit);
+    rlimit limit{};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &limit), 0);
+    const auto before = std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit tight{50, limit.rlim_max};
+    testing::internal::CaptureStderr();
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &tight), 0);
+    log->Write({"anna", "unix:", Role::Admin, true}, {"ResetCounters", {}, {}, {}});
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
+    std::signal(SIGXFSZ, before);
+    EXPECT_NE(testing::internal::GetCapturedStderr().find("zentreld: audit: 20"), std::string::npos);
+    for (int i = 0; i < 2; ++i) log->Write({"bert", "unix:", Role::Admin, true}, {"DeleteTree", {}, 1, {}});
+    std::ifstream file(options.audit);
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(file, line);) lines.push_back(line);
+    ASSERT_EQ(lines.size(), 3U);
+    EXPECT_EQ(lines[0].size(), 50U);
+    for (const auto& line : {lines[1], lines[2]}) EXPECT_NE(line.find("Z who=\"bert\""), line.npos) << line;
+}
+
+TEST_F(AuditTrail, WhoLeavesAtOnceIsStillNamed)
+{
+    const auto path = Path("door.sock");
+    const auto keeper = *zentrel::Doorkeeper::Make();
+    std::atomic<int> admitted{0};
+    keeper->Add(*zentrel::ListenUnix(path, 0600), [&](int connection) {
+        close(connection);
+        ++admitted;
+    });
+    ASSERT_TRUE(keeper->Start());
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    path.string().copy(address.sun_path, sizeof address.sun_path - 1);
+    for (int i = 1; i <= 3; ++i) {
+        const zentrel::FileHandle guest(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+        ASSERT_EQ(connect(guest.Get(), reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+        while (admitted < i) std::this_thread::yield();
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    EXPECT_EQ(keeper->UsersAt(0), "uid " + std::to_string(getuid()));
+}

@@ -1,0 +1,436 @@
+#include "fuzz/Targets.h"
+#include "support/LyingServer.h"
+#include "support/Relay.h"
+#include "support/ScanRig.h"
+#include "zentrel/Admin.h"
+#include "zentrel/remote/Enumerations.h"
+#include "zentrel/remote/Limits.h"
+#include "zentrel/remote/RowCheck.h"
+
+#include <fstream>
+
+namespace {
+
+using namespace zentrel;
+using Clock = std::chrono::steady_clock;
+
+constexpr auto kUnavailable = Code::ServerUnavailable & 0xFFFFU;
+
+Deadlines Impatient()
+{
+    using std::chrono::milliseconds;
+    Deadlines deadlines;
+    deadlines.read = deadlines.change = deadlines.news = deadlines.stall = milliseconds(150);
+    return deadlines;
+}
+
+RemoteTransport To(const std::filesystem::path& socket, Deadlines deadlines = {}, WhileWaiting hook = {})
+{
+    RemoteTarget target;
+    target.socket = socket;
+    return RemoteTransport(std::move(target), std::move(hook), deadlines);
+}
+
+template <class Outcome>
+std::uint32_t CodeOf(const Outcome& outcome)
+{
+    return outcome ? 0 : outcome.error().Plain();
+}
+
+// Every call that a client can make; each answers the plain code that it failed with, or 0.
+struct RemoteCall {
+    const char* name;
+    std::uint32_t (*make)(Session&, ServiceManager&);
+};
+
+template <class Use>
+std::uint32_t WithService(ServiceManager& services, Use&& use)
+{
+    const auto service = services.OpenService("RemoteRegistry", 0xA0000000);
+    return service ? use(**service) : CodeOf(service);
+}
+
+const RemoteCall kCalls[] = {
+    {"OpenKey", [](Session& s, ServiceManager&) { return CodeOf(s.OpenKey("LM")); }},
+    {"CountKeys", [](Session& s, ServiceManager&) { return CodeOf(s.CountKeys("LM", View::Cache)); }},
+    {"ListKeys", [](Session& s, ServiceManager&) { return CodeOf(s.ListKeys("LM", View::Cache, "", 9)); }},
+    {"GetData", [](Session& s, ServiceManager&) { return CodeOf(s.GetData("LM", Prop::KeyType)); }},
+    {"OpenSubtree", [](Session& s, ServiceManager&) { return CodeOf(s.OpenSubtree("LM/W3SVC/1")); }},
+    {"DeleteEntry", [](Session& s, ServiceManager&) { return CodeOf(s.DeleteEntry("LM/W3SVC/1/Root/a")); }},
+    {"DeleteTree", [](Session& s, ServiceManager&) { return CodeOf(s.DeleteTree("LM/W3SVC/1/Root")); }},
+    {"GetCacheDir", [](Session& s, ServiceManager&) { return CodeOf(s.GetCacheDir()); }},
+    {"ResetCounters", [](Session& s, ServiceManager&) { return CodeOf(s.ResetCounters()); }},
+    {"ReadCounters", [](Session& s, ServiceManager&) { return CodeOf(s.ReadCounters()); }},
+    {"ListServices", [](Session&, ServiceManager& m) { return CodeOf(m.ListServices()); }},
+    {"OpenService", [](Session&, ServiceManager& m) { return CodeOf(m.OpenService("x", 4)); }},
+    {"QueryService",
+     [](Session&, ServiceManager& m) {
+         return WithService(m, [](HostService& service) { return CodeOf(service.QueryStatus()); });
+     }},
+    {"StartService",
+     [](Session&, ServiceManager& m) {
+         return WithService(m, [](HostService& service) { return CodeOf(service.Start()); });
+     }},
+    {"StopService",
+     [](Session&, ServiceManager& m) {
+         return WithService(m, [](HostService& service) { return CodeOf(service.Stop()); });
+     }},
+};
+
+// Makes each call against a server that goes wrong in just that call, `codes(call)` being what it may answer;
+// then the calls that follow fail at once when the connection is gone, and a new connection works.
+struct Fault {
+    const char* name;
+    std::function<Answer(const RemoteCall&)> answer;
+    std::function<void(Relay&)> spoil;  // the wire, when the call has arrived
+    std::vector<std::uint32_t> codes;
+    bool isLost = false;  // the connection is, afterwards
+    Deadlines deadlines = {};
+};
+
+void Suffer(const Fault& fault, const RemoteCall& call)
+{
+    SCOPED_TRACE(std::string(fault.name) + " in " + call.name);
+    Relay* wire = nullptr;
+    std::atomic<bool> isOn = true;
+    LyingServer server([&](const std::string& name, const std::string&) -> std::optional<Answer> {
+        if (name != call.name || !isOn) return std::nullopt;
+        if (fault.spoil) fault.spoil(*wire);
+        return fault.answer(call);
+    });
+    Relay relay(server.Folder() / "relay.sock", server.Socket());
+    wire = &relay;
+    auto transport = To(server.Folder() / "relay.sock", fault.deadlines);
+    const auto session = transport.Connect("liar");
+    ASSERT_TRUE(session);
+    const auto services = transport.OpenServiceManager("liar", ServiceAccess::GenericRead);
+    ASSERT_TRUE(services);
+
+    const auto start = Clock::now();
+    const auto code = call.make(**session, **services);
+    EXPECT_NE(std::find(fault.codes.begin(), fault.codes.end(), code), fault.codes.end()) << code;
+    if (fault.isLost) {
+        EXPECT_EQ(CodeOf((*session)->OpenKey("LM")), kUnavailable);
+    }
+    EXPECT_LT(Clock::now() - start, std::chrono::seconds(5));
+    isOn = false;
+    relay.Set(Relay::Mode::Pass);
+    const auto again = transport.Connect("liar");
+    ASSERT_TRUE(again) << again.error().description;
+    EXPECT_TRUE((*again)->OpenKey("LM"));
+}
+
+// Far beyond what is accepted. Once is enough for the largest: it takes a while to make and send.
+std::string Huge(const RemoteCall& call)
+{
+    return std::string((std::string_view(call.name) == "GetData" ? std::size_t{100} : 5) << 20, 'x');
+}
+
+TEST(HostileServer, NoFaultInAnyCallDoesHarm)
+{
+    const std::vector<std::uint32_t> late{Code::Timeout, kUnavailable};
+    const auto never = [](const RemoteCall&) { return Answer::Never(); };
+    const auto failure = [](std::uint32_t code, std::string text) {
+        return Answer::Failed(
+            {grpc::StatusCode::UNKNOWN, "unknown", LyingServer::Bytes<v1::Failure>([&](auto& sent) {
+                 sent.set_code(code);
+                 sent.set_description(text);
+             })});
+    };
+    const Fault faults[] = {
+        {"stall", never, {}, late, true, Impatient()},
+        {"drip", [](const RemoteCall&) { return Answer::One(std::string(1000, '\0')); },
+         [](Relay& relay) { relay.Set(Relay::Mode::Drip); }, late, true, Impatient()},
+        {"reset", never, [](Relay& relay) { relay.Cut(); }, {kUnavailable}, true},
+        {"no protocol buffer",
+         [](const RemoteCall&) { return Answer::One("\xFF\xFF\xFF"); },
+         {},
+         {Code::InvalidData}},
+        {"100 MB", [](const RemoteCall& call) { return Answer::One(Huge(call)); }, {}, {Code::InvalidData}},
+        {"packed 100 MB",
+         [](const RemoteCall& call) {
+             auto bomb = Answer::One(Huge(call));
+             bomb.isCompressed = true;
+             return bomb;
+         },
+         {},
+         {Code::UnknownInterface & 0xFFFFU, kUnavailable, Code::InvalidData}},
+        {"denial",
+         [&](const RemoteCall&) { return failure(0x80070005, "no\n\x1b[2J\xFF"); },
+         {},
+         {Code::AccessDenied}},
+        {"failure without a code",
+         [&](const RemoteCall&) { return failure(0x80070000, ""); },
+         {},
+         {kUnavailable}},
+        {"failure that is none",
+         [](const RemoteCall&) {
+             return Answer::Failed({grpc::StatusCode::UNIMPLEMENTED, "", "\xFF\xFF"});
+         },
+         {},
+         {Code::UnknownInterface & 0xFFFFU, kUnavailable}},
+        {"failure with too much to say",
+         [&](const RemoteCall&) { return failure(5, std::string(1 << 20, 'x')); },
+         {},
+         {Code::AccessDenied, Code::InvalidData, kUnavailable}},
+    };
+    for (const auto& fault : faults)
+        for (const auto& call : kCalls) Suffer(fault, call);
+}
+
+TEST(HostileServer, TheFirstCallOfAConnectionMayGoWrongInEveryWay)
+{
+    struct Case {
+        Answer answer;
+        std::uint32_t code;
+    };
+    const auto hello = [](std::uint32_t version) {
+        return Answer::One(
+            LyingServer::Bytes<v1::HelloReply>([&](auto& reply) { reply.set_version(version); }));
+    };
+    const Case cases[] = {
+        {Answer::Never(), Code::ServerUnavailable},
+        {Answer::One("\xFF"), Code::UnknownInterface},
+        {hello(0), Code::InterfaceNotFound},
+        {hello(2), Code::InterfaceNotFound},
+        {Answer::Failed({grpc::StatusCode::UNIMPLEMENTED, "no such thing"}), Code::UnknownInterface},
+        {Answer::Failed({grpc::StatusCode::UNAUTHENTICATED, "who?"}), 0x80070005},
+    };
+    Deadlines deadlines;
+    deadlines.connect = std::chrono::milliseconds(200);
+    for (const auto& [answer, code] : cases) {
+        LyingServer server([&](const std::string&, const std::string&) { return std::optional(answer); });
+        auto transport = To(server.Socket(), deadlines);
+        const auto session = transport.Connect("liar");
+        ASSERT_FALSE(session);
+        EXPECT_EQ(session.error().code, code);
+        const auto services = transport.OpenServiceManager("liar", ServiceAccess::GenericRead);
+        ASSERT_FALSE(services);
+        EXPECT_EQ(services.error().code, code == 0x80070005 ? Code::AccessDenied : kUnavailable);
+    }
+}
+
+std::string Page(std::vector<std::string> names, bool isLast)
+{
+    return LyingServer::Bytes<v1::ListKeysReply>([&](auto& reply) {
+        for (auto& name : names) reply.add_names(std::move(name));
+        reply.set_is_last(isLast);
+    });
+}
+
+TEST(HostileServer, PagesOfNamesAdvanceOrAreRefused)
+{
+    struct Case {
+        std::vector<std::string> names;
+        bool isLast;
+        bool isGood;
+    };
+    const Case cases[] = {
+        {{"n", "o"}, false, true},
+        {{std::string("n\0<b>\x1b\xFF", 7)}, true, true},  // names may hold any bytes
+        {{}, true, true},
+        {{}, false, false},
+        {{"m"}, false, false},       // where the page began
+        {{"o", "n"}, false, false},  // back again
+        {{"n", "n"}, true, false},
+        {{"n", "o", "p", "q"}, false, false},  // more than asked for
+        {{std::string(256, 'x')}, true, false},
+    };
+    for (const auto& [names, isLast, isGood] : cases) {
+        const auto bytes = Page(names, isLast);
+        LyingServer server([&](const std::string& call, const std::string&) -> std::optional<Answer> {
+            return call == "ListKeys" ? std::optional(Answer::One(bytes)) : std::nullopt;
+        });
+        const auto page = (*To(server.Socket()).Connect("liar"))->ListKeys("LM", View::Server, "m", 3);
+        EXPECT_EQ(CodeOf(page), isGood ? 0 : Code::InvalidData) << ::testing::PrintToString(names);
+        if (page) {
+            EXPECT_EQ(page->names, names);
+        }
+    }
+}
+
+TEST(HostileServer, AMillionChildrenAreListedAndAnEndlessListEnds)
+{
+    std::uint32_t asked = 0;
+    LyingServer server([&](const std::string& call, const std::string& bytes) -> std::optional<Answer> {
+        if (call == "CountKeys")
+            return Answer::One(
+                LyingServer::Bytes<v1::CountReply>([](auto& reply) { reply.set_count(1'000'000); }));
+        if (call != "ListKeys") return std::nullopt;
+        v1::ListKeysRequest request;
+        request.ParseFromString(bytes);
+        std::vector<std::string> names;
+        for (; names.size() < request.most(); ++asked) names.push_back(std::to_string(100'000'000 + asked));
+        return Answer::One(Page(std::move(names), asked == 1'000'000));
+    });
+    RemoteTarget target;
+    target.socket = server.Socket();
+    ServerAdmin admin(std::make_shared<RemoteTransport>(std::move(target)));
+    ASSERT_TRUE(admin.Connect("liar"));
+    auto keys = admin.EnumKeys("LM");
+    ASSERT_TRUE(keys);
+    std::uint32_t count = 0;
+    while (keys->Next()) ++count;
+    EXPECT_EQ(count, 1'000'000);
+
+    Enumerations enumerations;
+    KeyPage page{std::vector<std::string>(1'000'000), false};
+    std::string after;
+    std::uint64_t total = 0;
+    for (std::uint32_t next = 0; total < 2 * Limit::Names; total += page.names.size()) {
+        for (auto& name : page.names) name = std::to_string(1'000'000'000 + next++);
+        if (!enumerations.Check("LM", View::Server, after, 1'000'000, page)) break;
+        after = page.names.back();
+    }
+    EXPECT_EQ(total, Limit::Names);
+}
+
+std::string Row(std::uint32_t depth, std::string_view name, std::size_t properties = 0)
+{
+    RowBatch batch;
+    const Bytes bytes(properties);
+    batch.Add({depth, 1, name, bytes});
+    return batch.Packed();
+}
+
+TEST(HostileServer, RowsThatDoNotHoldTogetherAreRefused)
+{
+    const auto top = Row(0, "1");
+    const std::pair<std::string, bool> cases[] = {
+        {top + Row(1, "a") + Row(2, "b") + Row(1, "c"), true},
+        {top + Row(1, std::string("\0\xFF", 2)), true},
+        {Row(1, "a"), false},
+        {top + top, false},
+        {top + Row(2, "a"), false},
+        {top + Row(1, std::string(256, 'n')), false},
+        {top + "x", false},
+        {top + Row(1, "a", 100).substr(0, 50), false},
+        {top + Row(1, "a", Limit::Batch), false},
+    };
+    for (const auto& [rows, isGood] : cases) {
+        RowCheck check;
+        EXPECT_EQ(CodeOf(check.Check(rows)), isGood ? 0 : Code::InvalidData);
+    }
+    // However deep and broad it goes, what a reader keeps of each level stays bounded, and it ends.
+    RowCheck deep;
+    EXPECT_TRUE(deep.Check(top));
+    std::size_t levels = 0;
+    while (deep.Check(Row(static_cast<std::uint32_t>(levels + 1), "a", Limit::Record / 2))) ++levels;
+    EXPECT_EQ(levels, Limit::LevelBytes / (Limit::Record / 2) - 1);
+    RowCheck broad;
+    EXPECT_TRUE(broad.Check(top));
+    std::string many;
+    for (int i = 0; i < 50'000; ++i) many += Row(1, "a");
+    std::uint64_t rows = 1;
+    while (broad.Check(many)) rows += 50'000;
+    EXPECT_LE(rows, Limit::Rows);
+    EXPECT_GT(rows, Limit::Rows - 50'001);
+    const auto most = [&top](const std::string& row) {  // how many of these are taken
+        RowCheck check;
+        EXPECT_TRUE(check.Check(top));
+        std::string block;
+        while (block.size() < Limit::Batch / 2) block += row;
+        std::uint64_t count = 0;
+        while (check.Check(block)) count += block.size() / row.size();
+        return count;
+    };
+    EXPECT_LE(most(Row(1, std::string(255, 'n'))), Limit::RowNames / 255);
+    EXPECT_LE(most(Row(1, "a", 100'000)), Limit::RowBytes / 100'000);
+}
+
+// A scan of the program against a server whose stream goes wrong.
+struct Scanned {
+    explicit Scanned(LyingServer& server)
+    {
+        RemoteTarget target;
+        target.socket = server.Socket();
+        ScanRig rig(std::make_shared<RemoteTransport>(std::move(target), WhileWaiting(), Impatient()));
+        EXPECT_TRUE(rig.isConnected);
+        const auto start = Clock::now();
+        rig.Rescan({1});
+        EXPECT_LT(Clock::now() - start, std::chrono::seconds(5));
+        urls = rig.contents.totals.Count;
+    }
+    std::int64_t urls = 0;
+};
+
+TEST(HostileServer, AScanEndsWhateverTheStreamDoes)
+{
+    const auto deep = [](int index) {
+        std::string rows;
+        for (std::uint32_t i = 0; i < 10'000; ++i)
+            rows += Row(static_cast<std::uint32_t>(index) * 10'000 + i, "d");
+        return LyingServer::Bytes<v1::SubtreeBatch>([&](auto& batch) { batch.set_rows(rows); });
+    };
+    const auto one = LyingServer::Bytes<v1::SubtreeBatch>([](auto& batch) { batch.set_rows(Row(0, "1")); });
+    auto stall = Answer::One(one);
+    stall.end = Answer::End::Stall;
+    Answer depth{[deep](int index) { return index < 10 ? std::optional(deep(index)) : std::nullopt; }};
+    const Answer answers[] = {
+        stall,
+        depth,
+        Answer::Endless([one](int) { return one; }),
+        Answer::Endless([](int) { return std::string(); }),  // nothing, for ever
+        Answer::Endless(deep),
+    };
+    for (const auto& answer : answers) {
+        LyingServer server([&](const std::string& call, const std::string&) -> std::optional<Answer> {
+            return call == "OpenSubtree" ? std::optional(answer) : std::nullopt;
+        });
+        EXPECT_EQ(Scanned(server).urls, 0);
+    }
+}
+
+TEST(HostileServer, AStreamMustBringMoreThanADropNowAndThen)
+{
+    LyingServer server([](const std::string& call, const std::string&) -> std::optional<Answer> {
+        if (call != "OpenSubtree") return std::nullopt;
+        return Answer::Endless([](int index) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(60));
+            return LyingServer::Bytes<v1::SubtreeBatch>(
+                [index](auto& batch) { batch.set_rows(Row(index == 0 ? 0 : 1, std::to_string(index))); });
+        });
+    });
+    Deadlines deadlines;
+    deadlines.slow = std::chrono::milliseconds(500);
+    const auto session = *To(server.Socket(), deadlines).Connect("liar");
+    auto stream = session->OpenSubtree("LM/W3SVC/1");
+    ASSERT_TRUE(stream);
+    RowBatch batch;
+    const auto start = Clock::now();
+    Done read;
+    while ((read = (*stream)->Next(batch)) && batch.Bytes() != 0) {
+    }
+    EXPECT_EQ(CodeOf(read), Code::Timeout);
+    EXPECT_LT(Clock::now() - start, std::chrono::seconds(5));
+}
+
+TEST(HostileServer, ADeletionThatNeverEndsIsGivenUp)
+{
+    for (const std::uint64_t step : {0U, 1U}) {
+        LyingServer server([step](const std::string& call, const std::string&) -> std::optional<Answer> {
+            if (call != "DeleteTree") return std::nullopt;
+            return Answer::Endless([step](int index) {
+                return LyingServer::Bytes<v1::DeleteProgress>(
+                    [&](auto& news) { news.set_deleted(step * static_cast<std::uint64_t>(index)); });
+            });
+        });
+        const auto session = *To(server.Socket()).Connect("liar");
+        EXPECT_EQ(CodeOf(session->DeleteTree("LM")), Code::Timeout);
+    }
+}
+
+// What the fuzzer found or was given; a broken promise aborts the program.
+TEST(HostileServer, EverySeedOfTheFuzzerKeepsItsPromises)
+{
+    int seeds = 0;
+    for (const auto& file : std::filesystem::directory_iterator(FUZZ_CORPUS "/server_reply")) {
+        std::ifstream stream(file.path(), std::ios::binary);
+        const std::string bytes{std::istreambuf_iterator<char>(stream), {}};
+        fuzz::ServerReply(std::as_bytes(std::span(bytes)));
+        ++seeds;
+    }
+    EXPECT_GE(seeds, 5);
+}
+
+}  // namespace

@@ -1,0 +1,120 @@
+#include "zentrelctl/Server.h"
+
+#include <arpa/inet.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <csignal>
+
+namespace {
+
+// A port of this machine that nobody listened at a moment ago.
+std::uint16_t FreePort()
+{
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t size = sizeof address;
+    const int handle = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    EXPECT_EQ(bind(handle, reinterpret_cast<const sockaddr*>(&address), size), 0);
+    EXPECT_EQ(getsockname(handle, reinterpret_cast<sockaddr*>(&address), &size), 0);
+    close(handle);
+    return ntohs(address.sin_port);
+}
+
+}  // namespace
+
+// A zentreld that administrators reach over TCP, made with the program's own certificates.
+class ServiceCommandTest : public Server {
+protected:
+    std::filesystem::path Folder() const { return Root() / "certificates"; }
+
+    void WriteConfig(const char* name, const std::string& text) const
+    {
+        std::ofstream(Folder() / name) << text;
+    }
+
+    void MakeHost(std::uint16_t port) const
+    {
+        Do({"init"});
+        for (const auto& made : std::vector<Args>{{"authority"},
+                                                  {"server", "web01", "127.0.0.1"},
+                                                  {"client", "--role", "admin", "anna"},
+                                                  {"client", "--role", "operator", "bert"}}) {
+            Args arguments{"cert", made.front(), "--dir", Folder().string()};
+            arguments.insert(arguments.end(), made.begin() + 1, made.end());
+            Do(arguments);
+        }
+        const auto at = "address = 127.0.0.1\nport = " + std::to_string(port) + "\n";
+        WriteConfig("zentreld.conf",
+                    "[network]\ncertificate = web01.pem\nkey = web01.key\nclient-ca = ca.pem\n" + at);
+        std::string servers = "[defaults]\nca = ca.pem\n";
+        for (const auto& [name, who, certificateName] :
+             {std::tuple("web01", "anna", "web01"), std::tuple("bert", "bert", "web01"),
+              std::tuple("stranger", "anna", "web02")})
+            servers += std::string("[server ") + name +
+                       "]\nhost = 127.0.0.1\nport = " + std::to_string(port) + "\ncertificate = " + who +
+                       ".pem\nkey = " + who + ".key\nname = " + certificateName + "\n";
+        WriteConfig("servers.conf", servers);
+    }
+
+    // zentrelctl service ACTION --server NAME [SERVICE]
+    Outcome At(const std::string& server, const std::string& action,
+               const Args& rest = {"remoteregistry"}) const
+    {
+        Args arguments{
+            "service", action, "--server", server, "--known-servers", (Folder() / "servers.conf").string()};
+        arguments.insert(arguments.end(), rest.begin(), rest.end());
+        return Ctl(arguments);
+    }
+};
+
+TEST_F(ServiceCommandTest, AnAdministratorStartsAndStopsServicesFromAfar)
+{
+    MakeHost(FreePort());
+    Program daemon(ZENTRELD, OnData({"--config", (Folder() / "zentreld.conf").string()}));
+    ASSERT_TRUE(daemon.WaitForError("admin.sock"));
+    const auto query = [&] {
+        return Do({"service", "query", "RemoteRegistry"});
+    };  // through the local socket
+    EXPECT_EQ(query(), "RemoteRegistry: stopped\n");
+    const auto started = At("web01", "start");
+    EXPECT_EQ(started.out, "remoteregistry: running\n") << started.err;
+    EXPECT_EQ(query(), "RemoteRegistry: running\n");
+    EXPECT_TRUE(Contains(At("web01", "start").err, "(error 1056)"));
+    EXPECT_TRUE(Contains(At("web01", "list", {}).out, "running  manual     RemoteRegistry\n"));
+    EXPECT_EQ(At("bert", "query").exitCode, 0);
+    const auto stranger = At("stranger", "query");
+    EXPECT_TRUE(stranger.err.starts_with("zentrelctl: ") && stranger.err.ends_with("(error 1722)\n"));
+    EXPECT_EQ(std::count(stranger.err.begin(), stranger.err.end(), '\n'), 1) << stranger.err;
+    const auto refused = At("bert", "stop");
+    EXPECT_EQ(refused.exitCode, 1);
+    EXPECT_TRUE(Contains(refused.err, "(error 5)")) << refused.err;
+    EXPECT_EQ(query(), "RemoteRegistry: running\n");
+    EXPECT_EQ(At("web01", "stop").out, "remoteregistry: stopped\n");
+    EXPECT_TRUE(Contains(At("web01", "stop").err, "(error 1062)"));
+    EXPECT_TRUE(Contains(At("web01", "query", {"none"}).err, "(error 1060)"));
+    const auto socket = (Data() / "admin.sock").string();
+    EXPECT_EQ(Do({"service", "query", "--socket", socket, "RemoteRegistry"}), "RemoteRegistry: stopped\n");
+    daemon.Signal(SIGTERM);
+    EXPECT_EQ(daemon.Wait().exitCode, 0);
+}
+
+TEST_F(ServiceCommandTest, AHostThatDoesNotAnswerIsUnavailable)
+{
+    MakeHost(FreePort());
+    EXPECT_TRUE(Contains(At("web01", "query").err, "(error 1722)"));
+    EXPECT_TRUE(Contains(At("web 01", "query").err, "(error 1722)"));
+    WriteConfig("servers.conf", "bogus\n");
+    EXPECT_TRUE(Contains(At("web01", "query").err, "servers.conf: line 1: ")) << At("web01", "query").err;
+    for (const auto& way : std::vector<Args>{{}, {"--socket", (Root() / "none.sock").string()}}) {
+        Args arguments{"service", "query", "RemoteRegistry"};
+        arguments.insert(arguments.end(), way.begin(), way.end());
+        const auto outcome = Ctl(arguments);
+        EXPECT_EQ(outcome.exitCode, 1);
+        EXPECT_TRUE(Contains(outcome.err, " listens there. (error 1722)")) << outcome.err;
+    }
+    EXPECT_EQ(Ctl({"service", "query"}).exitCode, 2);
+    EXPECT_EQ(Ctl({"service", "list", "--server", "a", "--socket", "/b"}).exitCode, 2);
+}
