@@ -7,6 +7,7 @@
 static void MakeKnown()
 {
     Q_INIT_RESOURCE(images);
+    Q_INIT_RESOURCE(controls);
 }
 
 QString ImageFile(const QString& key)
