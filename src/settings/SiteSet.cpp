@@ -1,12 +1,18 @@
 #include "settings/SiteSet.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
 constexpr std::size_t kGrowth = 4;
 
 }  // namespace
+
+SiteSet::SiteSet(std::vector<std::int32_t> slots) : m_slots(std::move(slots))
+{
+    if (m_slots.empty()) m_slots.push_back(0);
+}
 
 bool SiteSet::Contains(std::int32_t site) const
 {

@@ -9,6 +9,7 @@
 class SiteSet {
 public:
     SiteSet() : m_slots(1, 0) {}
+    explicit SiteSet(std::vector<std::int32_t> slots);  // as they are; no slot at all: one free slot
 
     bool Contains(std::int32_t site) const;
     void Add(std::int32_t site);     // into the lowest free slot; four more slots when there is none
@@ -18,5 +19,5 @@ public:
     std::span<const std::int32_t> Slots() const { return m_slots; }
 
 private:
-    std::vector<std::int32_t> m_slots;
+    std::vector<std::int32_t> m_slots;  // never empty
 };
