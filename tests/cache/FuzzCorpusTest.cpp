@@ -32,10 +32,11 @@ TEST_P(FuzzCorpus, EverySeedKeepsItsPromises)
     EXPECT_GE(seeds, 5);
 }
 
-INSTANTIATE_TEST_SUITE_P(Targets, FuzzCorpus,
-                         testing::Values(Target{"cache_record", fuzz::CacheRecord},
-                                         Target{"statistics_record", fuzz::StatisticsRecord},
-                                         Target{"meta_path", fuzz::MetaPath},
-                                         Target{"property", fuzz::Property},
-                                         Target{"access_log", fuzz::AccessLog}),
-                         [](const auto& target) { return std::string(target.param.corpus); });
+INSTANTIATE_TEST_SUITE_P(
+    Targets, FuzzCorpus,
+    testing::Values(Target{"cache_record", fuzz::CacheRecord},
+                    Target{"statistics_record", fuzz::StatisticsRecord}, Target{"meta_path", fuzz::MetaPath},
+                    Target{"property", fuzz::Property}, Target{"access_log", fuzz::AccessLog},
+                    Target{"config", fuzz::Config}, Target{"client_certificate", fuzz::ClientCertificate},
+                    Target{"server_reply", fuzz::ServerReply}, Target{"registry_bytes", fuzz::RegistryBytes}),
+    [](const auto& target) { return std::string(target.param.corpus); });

@@ -16,6 +16,10 @@ void StatisticsRecord(Input bytes);
 void MetaPath(Input bytes);
 void Property(Input bytes);
 void AccessLog(Input bytes);
+void RegistryBytes(Input bytes);
+void Config(Input bytes);
+void ClientCertificate(Input bytes);
+void ServerReply(Input bytes);
 
 inline void Require(bool holds, const char* promise)
 {

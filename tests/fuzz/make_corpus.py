@@ -81,3 +81,86 @@ write("access_log",
       absolute=logged(b"GET http://host:81/p?q HTTP/1.1"), other_method=logged(b"OPTIONS * HTTP/1.1"),
       no_request=logged(b"-", tail=b" 408 -"), handshake=logged(b"\\x16\\x03\\x01"),
       raw_bytes=logged(b"GET /\xff\x00\x1b[2J HTTP/1.1", tail=b" 200 1\r"), cut=logged(b"GET /a")[:-7])
+
+write("config",
+      server=b"# Zentrel\ndata = /var/lib/zentrel\n\n[listen tcp]\naddress=0.0.0.0:5280\r\nca =\n",
+      servers=b"\xef\xbb\xbf[defaults]\nca = ca.pem\n[ server\tweb01 ]\n host = 10.0.0.5 # no comment\n",
+      empty=b"", no_equals=b"a = 1\nb\n", no_key=b"= 1", open_heading=b"[server web01\n",
+      two_names=b"[server web 01]", not_utf8=b"# \xff\n", control=b"a = \x1b[2J")
+
+
+def der(tag, *parts):
+    body = b"".join(parts)
+    size = bytes([len(body)]) if len(body) < 128 else b"\x82" + struct.pack(">H", len(body))
+    return bytes([tag]) + size + body
+
+
+def sequence(*parts):
+    return der(0x30, *parts)
+
+
+def extension(oid, value):
+    return sequence(der(6, oid), der(4, value))
+
+
+def common_name(text, tag=0x0C):
+    return der(0x31, sequence(der(6, b"\x55\4\3"), der(tag, text)))
+
+
+def certificate(*names, uris=(), use=b"\2", extensions=()):
+    """A certificate for clients; use=b"\\1": for servers. Nobody has signed it."""
+    point = bytes.fromhex("046b17d1f2e12c4247f8bce6e563a440f277037d812deb33a0f4a13945d898c296"
+                          "4fe342e2fe1a7f9b8ee7eb4a7c0f9e162bce33576b315ececbb6406837bf51f5")
+    ecdsa = sequence(der(6, bytes.fromhex("2a8648ce3d040302")))
+    key = sequence(sequence(der(6, bytes.fromhex("2a8648ce3d0201")),
+                            der(6, bytes.fromhex("2a8648ce3d030107"))),
+                   der(3, b"\0", point))
+    fields = [extension(b"\x55\x1d\x25", sequence(der(6, bytes.fromhex("2b0601050507 03") + use)))]
+    if uris:
+        fields.append(extension(b"\x55\x1d\x11", sequence(*(der(0x86, uri) for uri in uris))))
+    times = sequence(der(0x17, b"200101000000Z"), der(0x18, b"21200101000000Z"))
+    body = sequence(der(0xA0, der(2, b"\2")), der(2, b"\5"), ecdsa, sequence(common_name(b"CA")), times,
+                    sequence(*names), key, der(0xA3, sequence(*fields, *extensions)))
+    return sequence(body, ecdsa, der(3, b"\0", sequence(der(2, b"\1"), der(2, b"\1"))))
+
+
+ANNA = common_name(b"Anna")
+write("client_certificate",
+      bare=certificate(ANNA), admin=certificate(ANNA, uris=[b"https://a/", b"zentrel:role:admin"]),
+      wide=certificate(common_name("\u00c4nne".encode("utf-16-be"), 0x1E), uris=[b"zentrel:role:operator"]),
+      two_roles=certificate(ANNA, uris=[b"zentrel:role:viewer", b"zentrel:role:admin"]),
+      no_such_role=certificate(ANNA, uris=[b"zentrel:role:admin\0"]),
+      no_name=certificate(), two_names=certificate(ANNA, common_name(b"Bert")),
+      zero_in_name=certificate(common_name(b"Anna\0x")), forged_line=certificate(common_name(b"Anna\nBert")),
+      not_utf8=certificate(common_name(b"Ann\xff")), long_name=certificate(common_name(b"x" * 200)),
+      server=certificate(ANNA, use=b"\1"),
+      broken_names=certificate(ANNA, extensions=[extension(b"\x55\x1d\x11", b"\x30\x05\x86")]),
+      cut=certificate(ANNA)[:-20], no_certificate=b"-----BEGIN CERTIFICATE-----\n")
+write("registry_bytes",  # the type, then the value
+      text=b"\1text\0", text_cut=b"\1te\0xt", empty_text=b"\1", expandable=b"\2<%HOME%|%NONE%>%\0more\0",
+      binary=b"\3\x0a\xff", number=b"\4\1\2\3\x80", short_number=b"\4\1\2", list=b"\7a\0b\0\0",
+      list_with_gap=b"\7a\0\0b\0\0", list_unfinished=b"\7a\0bc", empty_list=b"\7\0", unknown=b"\x0bany")
+
+# What a server sends: how it is read, a detail (size of the batches, status code), then the bytes.
+def row(depth, children, name, properties=b""):
+    return struct.pack("<4I", depth, children, len(properties), len(name)) + name + properties
+
+
+def field(number, value):
+    if isinstance(value, int):
+        return bytes([number << 3, value])
+    return bytes([number << 3 | 2, len(value)]) + value
+
+
+ROWS = (row(0, 2, b"1") + row(1, 1, b"Root", packed((1002, 2, b"IIsWebVirtualDir")))
+        + row(2, 0, b"a.gif", packed((528403, 1, b"\1\0\0\0"))) + row(1, 0, b"\xff\x1b[2J"))
+SERVICE = field(1, b"RemoteRegistry") + field(2, 4) + field(3, 3)
+write("server_reply",
+      raw=b"\0\xff" + ROWS,
+      cut=b"\0\1" + ROWS,
+      checked=b"\1\xff" + ROWS,
+      too_deep=b"\1\xff" + row(0, 1, b"1") + row(2, 0, b"a"),
+      failure=b"\2\6" + field(1, 5) + field(2, b"Metabase") + field(3, b"no <b>\n\xff"),
+      no_code=b"\2\x0d" + field(3, b"x"),
+      record=b"\3\0" + field(1, 1) + field(2, 2) + field(3, b"text"),
+      services=b"\3\0" + field(1, SERVICE) + field(1, SERVICE))

@@ -1,0 +1,160 @@
+#include "stats/CounterText.h"
+#include "stats/PerfSummary.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+
+namespace {
+
+const FormatLocale kLocale;
+
+TEST(CounterText, FollowsTheCountersType)
+{
+    const std::tuple<double, std::uint32_t, const char*> kCases[] = {
+        {37.5, 0x20020400, "37.50%"},   {0, 0x20020500, "0.00%"}, {100, 0x20510500, "100.00%"},
+        {1536, 0x00010100, "1.50 KiB"}, {42, 0x00010000, "42"},   {4.25, 0, "4.25"},
+        {1e6, 0x00010000, "1000000"},   {42, 0x12345678, "42"}};
+    for (const auto& [value, type, text] : kCases) EXPECT_EQ(CounterText(value, type, kLocale), text);
+    EXPECT_EQ(SummaryCaption(300, 100, kLocale), "Performance Summary (Boost 200.00%)");
+    EXPECT_EQ(SummaryCaption(50, 100, kLocale), "Performance Summary (Boost -50.00%)");
+    for (const double equivalent : {0.0, 300.0, -1.0})
+        EXPECT_EQ(SummaryCaption(equivalent, 0, kLocale), "Performance Summary");
+    EXPECT_EQ(SummaryCaption(1e300, 1e-300, kLocale), "Performance Summary") << "beyond all numbers";
+}
+
+struct Screen : SummaryScreen {
+    std::string caption = "before", captions;
+    std::vector<std::string> values;
+
+    void BuildRows(std::span<const SummaryRow> rows) override
+    {
+        captions.clear();
+        for (const auto& row : rows) captions += row.caption + (row.isRed ? "! " : " ");
+        values.assign(rows.size(), {});
+    }
+    std::size_t RowCount() const override { return values.size(); }
+    void ShowValue(std::size_t row, const std::string& text) override { values.at(row) = text; }
+    void SetCaption(const std::string& text) override { caption = text; }
+    std::string Values() const
+    {
+        std::string text;
+        for (const auto& value : values) text += value + " ";
+        return text;
+    }
+};
+
+class PerfSummaryTest : public testing::Test,
+                        protected CounterSource,
+                        protected MessageBoxes,
+                        protected MessagePump {
+protected:
+    PerfSummaryTest() { Open({"Bytes Compressed", "Bytes Uncompressed Equiv", "Bandwidth Savings"}); }
+
+    void Open(std::initializer_list<const char*> labels)
+    {
+        counters.CloseQuery();
+        counters.OpenQuery();
+        for (const auto* const label : labels)
+            counters.AddCounter("\\Z(_Total)\\" + std::string(1, label[6]), label);
+        summary.BuildPerfRows();
+    }
+
+    Result<std::vector<PublishedCounter>> Read(const std::string&) override
+    {
+        ++reads;
+        if (onRead) std::exchange(onRead, nullptr)();
+        if (hasFailed) return Fail(5, "test");
+        return std::vector<PublishedCounter>{{"Z", "_Total", "C", PdhType::LargeRawCount, compressed, "c"},
+                                             {"Z", "_Total", "U", PdhType::RawCount, equivalent, "u"},
+                                             {"Z", "_Total", "d", PdhType::RawFraction, 12.5, "d"}};
+    }
+    void Leave() override {}
+    BoxAnswer Show(const std::string& text, BoxStyle style, const std::string& title) override
+    {
+        boxes +=
+            title + ": " + text.substr(0, text.find(" - ")) + (style == BoxStyle::Exclamation ? "!" : "");
+        summary.UpdatePerfSummary();  // a tick behind the box
+        return BoxAnswer::Ok;
+    }
+    void Run() override
+    {
+        ++runs;
+        if (onRun) std::exchange(onRun, nullptr)();
+    }
+
+    double compressed = 100, equivalent = 300;
+    bool hasFailed = false;
+    int reads = 0, runs = 0;
+    std::string boxes;
+    std::function<void()> onRead, onRun;
+    Screen screen;
+    PerformanceData library{*this};
+    modPerfCntr counters{library};
+    PerfSummary summary{counters, kLocale, {screen, *this, *this, [] { return std::string("T"); }}};
+};
+
+TEST_F(PerfSummaryTest, ShowsEveryCounterAndTheBoost)
+{
+    EXPECT_EQ(screen.captions, "Bytes Compressed: Bytes Uncompressed Equiv: Bandwidth Savings:! ");
+    EXPECT_EQ(screen.Values(), "--- --- --- ");
+    const int before = reads;
+    summary.UpdatePerfSummary();
+    EXPECT_EQ(screen.Values(), "100 300 12.50% ");
+    EXPECT_EQ(screen.caption, "Performance Summary (Boost 200.00%)");
+    EXPECT_EQ(reads, before + 1);
+    EXPECT_EQ(runs, 3);
+    compressed = 0;
+    summary.UpdatePerfSummary();
+    EXPECT_EQ(screen.caption, "Performance Summary");
+    screen.values.pop_back();
+    summary.UpdatePerfSummary();
+    EXPECT_EQ(runs, 8) << "no more rows than there are boxes";
+    summary.ShowNoFigures();
+    EXPECT_EQ(screen.Values(), "--- --- ");
+}
+
+TEST_F(PerfSummaryTest, TellsOfAFailedCollectionOnce)
+{
+    summary.UpdatePerfSummary();
+    hasFailed = true;
+    for (int i = 0; i < 2; ++i) summary.UpdatePerfSummary();
+    EXPECT_EQ(boxes.substr(0, 46), "T: Cannot collect performance data\nError 0xC00") << boxes;
+    EXPECT_EQ(boxes.find("!"), boxes.size() - 1);
+    EXPECT_EQ(screen.Values(), "100 300 12.50% ") << "stale values stay";
+    summary.ForgetCollectionWarning();
+    boxes.clear();
+    summary.UpdatePerfSummary();
+    EXPECT_FALSE(boxes.empty());
+}
+
+TEST_F(PerfSummaryTest, SurvivesWhateverHappensWhileMessagesRun)
+{
+    onRun = [this] { counters.CloseQuery(); };
+    summary.UpdatePerfSummary();
+    EXPECT_EQ(screen.Values(), "100 --- --- ");
+    summary.UpdatePerfSummary();
+    EXPECT_EQ(screen.caption, "before") << "no counters, nothing to say";
+
+    const auto reconnect = [this] {
+        Open({"Bytes Uncompressed Equiv"});
+        summary.UpdatePerfSummary();
+    };
+    for (auto* const moment : {&onRun, &onRead}) {
+        Open({"Bytes Compressed", "Bandwidth Savings"});
+        *moment = reconnect;
+        summary.UpdatePerfSummary();
+        EXPECT_EQ(screen.Values(), "300 ") << "the new connection's rows";
+        EXPECT_EQ(screen.caption, "Performance Summary");
+    }
+
+    Open({"Bytes Compressed"});
+    const int before = reads;
+    onRead = onRun = [this] { summary.UpdatePerfSummary(); };
+    summary.UpdatePerfSummary();
+    EXPECT_EQ(reads, before + 1) << "ticks do not pile up";
+    summary.UpdatePerfSummary();
+    EXPECT_EQ(reads, before + 2);
+}
+
+}  // namespace

@@ -1,0 +1,214 @@
+#include "stats/modPerfCntr.h"
+
+#include "stats/InitPerfCounters.h"
+#include "support/ScriptedSource.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct Desk : MessageBoxes, MessagePump, ScreenPointer {
+    std::string shown;
+    int pointer = Default;
+    int busyRuns = 0;
+    std::function<void()> onRun = [] {};
+
+    BoxAnswer Show(const std::string& text, BoxStyle style, const std::string& title) override
+    {
+        shown += title + ": " + text + (style == BoxStyle::Exclamation ? " !" : " ?");
+        return BoxAnswer::Ok;
+    }
+    void Run() override
+    {
+        busyRuns += pointer == Hourglass;
+        const auto run = onRun;  // which may replace itself
+        run();
+    }
+    int Get() const override { return pointer; }
+    void Set(int value) override { pointer = value; }
+};
+
+class PerfCounters : public testing::Test {
+protected:
+    PerfCounters()
+    {
+        for (const auto& row : list) names.push_back(row.path.substr(row.path.rfind('\\') + 1));
+        Publish("");
+        Publish("web01");
+    }
+    void Publish(const std::string& machine)
+    {
+        auto& all = source.machines[machine];
+        for (const auto& name : names) all.push_back({"Zentrel", "_Total", name, 0, 7, "Text."});
+    }
+    void Init(CounterServer server) { InitPerfCounters(counters, list, server, "Title", {desk, desk, desk}); }
+    std::size_t Count() const { return counters.Counters().size(); }
+
+    const CounterList list = MakeCounterList();
+    std::vector<std::string> names;
+    ScriptedSource source;
+    PerformanceData data{source};
+    modPerfCntr counters{data};
+    Desk desk;
+};
+
+const std::string kUnavailable = "Title: At least one of the performance counters is unavailable.\nError 0x";
+
+}  // namespace
+
+TEST_F(PerfCounters, AreAddedByTheBarePathHereAndByNameElsewhere)
+{
+    ASSERT_TRUE(counters.OpenQuery());
+    Init({"HOST", true});
+    EXPECT_EQ(Count(), 19U);
+    EXPECT_EQ(counters.Counters()[3].info.fullPath, list[3].path);
+    EXPECT_EQ(counters.Counters()[6].label, "Bandwidth Savings");
+    EXPECT_EQ(counters.Counters()[18].label, "% Cache Hits");
+    EXPECT_EQ(desk.busyRuns, 19);
+    EXPECT_EQ(desk.pointer, ScreenPointer::Default);
+    ASSERT_TRUE(counters.CloseQuery());
+    EXPECT_EQ(counters.UpperBound(), -1);
+
+    ASSERT_TRUE(counters.OpenQuery());
+    Init({"web01", false});
+    EXPECT_EQ(counters.Counters().at(18).info.fullPath, "\\\\web01" + list[18].path);
+    EXPECT_EQ(source.calls, "read() leave read(web01) ");
+    EXPECT_EQ(desk.shown, "");
+}
+
+TEST_F(PerfCounters, OnlyAnUnknownObjectHereIsTriedAgainByName)
+{
+    source.machines[""].clear();
+    ASSERT_TRUE(counters.OpenQuery());
+    Init({"web01", true});
+    EXPECT_EQ(Count(), 19U);
+    EXPECT_EQ(counters.Counters()[0].info.fullPath, "\\\\web01" + list[0].path);
+    EXPECT_EQ(desk.shown, "");
+
+    ASSERT_TRUE(counters.CloseQuery() && counters.OpenQuery());
+    source.errors["web01"] = Code::AccessDenied;  // the second try's status is the one that is told
+    Init({"web01", true});
+    EXPECT_EQ(desk.shown, kUnavailable + "C0000BC3 - Unable to connect to the requested machine. !");
+
+    ASSERT_TRUE(counters.CloseQuery() && counters.OpenQuery());
+    source.errors[""] = Code::ServerUnavailable;
+    source.calls = desk.shown = "";
+    Init({"web01", true});
+    EXPECT_EQ(source.calls, "read() ");
+    EXPECT_EQ(desk.shown,
+              kUnavailable + "800007D0 - Unable to connect to specified machine or machine is off line. !");
+}
+
+TEST_F(PerfCounters, FailuresAreToldOnceAndLeaveNoGaps)
+{
+    auto& here = source.machines[""];
+    here.erase(here.begin() + 17);
+    here.erase(here.begin() + 4);
+    here[0].explainText.reset();  // cannot be read: the counter is there all the same
+    ASSERT_TRUE(counters.OpenQuery());
+    desk.onRun = [this] { counters.CheckStatus(Pdh::NoData); };  // after a failure was remembered
+    Init({"HOST", true});
+    EXPECT_EQ(Count(), 17U);
+    EXPECT_EQ(counters.Counters()[0].info.counterName, "");
+    EXPECT_EQ(counters.Counters()[4].label, "Bytes Total");
+    EXPECT_EQ(desk.shown, kUnavailable + "C0000BB9 - The specified counter could not be found. !");
+
+    ASSERT_TRUE(counters.CloseQuery());
+    EXPECT_FALSE(counters.CloseQuery());
+    desk.shown.clear();
+    desk.onRun = [] {};
+    Init({"HOST", true});
+    EXPECT_EQ(Count(), 0U);
+    EXPECT_EQ(desk.shown, kUnavailable + "C0000BBC - The handle is not a valid PDH object. !");
+}
+
+TEST_F(PerfCounters, TheQueryMayBeClosedOrReplacedWhileMessagesRun)
+{
+    ASSERT_TRUE(counters.OpenQuery());
+    desk.onRun = [this] { counters.CloseQuery(); };
+    Init({"HOST", true});
+    EXPECT_EQ(Count(), 0U);
+
+    ASSERT_TRUE(counters.OpenQuery());
+    desk.onRun = [this] {
+        desk.onRun = [] {};
+        EXPECT_TRUE(counters.CloseQuery() && counters.OpenQuery());
+        Init({"web01", false});
+    };
+    Init({"HOST", true});
+    EXPECT_EQ(Count(), 19U);
+    EXPECT_EQ(counters.Counters()[18].info.machine, "web01");
+    EXPECT_EQ(desk.shown, "");
+}
+
+TEST_F(PerfCounters, AFailedReadLeavesTheLastValue)
+{
+    double value = -1;
+    ASSERT_TRUE(counters.OpenQuery());
+    EXPECT_FALSE(counters.CollectData());
+    EXPECT_EQ(counters.LastStatus(), Pdh::NoData);
+    source.machines[""][0].explainText = std::string_view("Text.\0more", 10);
+    ASSERT_TRUE(counters.AddCounter(list[0].path, ""));
+    EXPECT_EQ(counters.Counters()[0].info.explainText, "Text.");
+    EXPECT_FALSE(counters.GetCounterValue(0, value));
+    EXPECT_EQ(counters.Counters()[0].value, 0);
+    ASSERT_TRUE(counters.CollectData() && counters.GetCounterValue(0, value));
+    source.errors[""] = Code::Timeout;
+    EXPECT_FALSE(counters.CollectData());
+    EXPECT_EQ(counters.LastStatus(), Pdh::NoMachine);
+    EXPECT_EQ(counters.LastSeverity(), 2U);
+    EXPECT_FALSE(counters.GetCounterValue(0, value));
+    EXPECT_EQ(counters.Counters()[0].value, 7);
+    for (const int index : {-1, 1}) {
+        EXPECT_FALSE(counters.GetCounterValue(index, value) || counters.GetCounterInfo(index));
+        EXPECT_EQ(counters.LastStatus(), Pdh::InvalidHandle);
+    }
+    EXPECT_EQ(value, 7);
+}
+
+TEST_F(PerfCounters, AQueryThatCannotBeOpenedIsNone)
+{
+    QueryHandle other = 0;
+    while (data.OpenQuery(other) == Pdh::Good) continue;
+    EXPECT_FALSE(counters.OpenQuery());
+    EXPECT_EQ(counters.Query(), 0U);
+    EXPECT_TRUE(counters.LastText().starts_with("A PDH function could not allocate"));
+}
+
+TEST_F(PerfCounters, StatusesBecomeTexts)
+{
+    const std::string fallback = "PDH Function could not be executed";
+    const std::pair<PdhStatus, std::string_view> cases[] = {
+        {0x800007CF, fallback},
+        {0x800007D9, "The user cancelled the dialog box."},
+        {0x800007DB, fallback},
+        {0x80000BD5,
+         "Unable to map to the performance counter name data files. The data will be read from the "
+         "registry and stored locally."},
+        {0xC0000BB7, fallback},
+        {0xC0000BD5, fallback},
+        {0xC0000BD9, "The Performance Data Log Service key could not be opened. This may be due to "
+                     "insufficient privilege or because the service has not been installed."},
+        {0xC0000BDD, fallback},
+        {0xC0000BF6,
+         "Performance counter in has already been added in the performance query. This counter is "
+         "ignored."},
+        {0xC0000BFE, "System is busy. Timeout when collecting counter data. Please retry later or increase "
+                     "CollectTime registry value."},
+        {0xFFFFFFFF, fallback},
+        {5, ""},
+        {0x7FFFFFFF, ""},
+    };
+    for (const auto& [status, text] : cases) {
+        EXPECT_FALSE(counters.CheckStatus(status));
+        EXPECT_EQ(counters.LastText(), text) << std::hex << status;
+        EXPECT_EQ(counters.LastSeverity(), status >> 30);
+    }
+    EXPECT_TRUE(counters.CheckStatus(Pdh::NewData));
+    EXPECT_EQ(counters.LastText(), "");
+    int known = 0;
+    for (PdhStatus low = 0x700; low < 0xD00; ++low)
+        for (const auto status : {0x80000000U | low, 0xC0000000U | low})
+            known += PdhStatusText(status) != fallback;
+    EXPECT_EQ(known, 55);
+}
