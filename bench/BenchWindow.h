@@ -14,7 +14,16 @@ class BenchWindow : private MessageBoxes {
 public:
     explicit BenchWindow(const std::filesystem::path& dataFolder) : BenchWindow(dataFolder, ownPump) {}
     BenchWindow(const std::filesystem::path& dataFolder, MessagePump& pump)
-        : state(std::make_shared<zentrel::EmbeddedTransport>(dataFolder, "bench")),
+        : BenchWindow(std::make_shared<zentrel::EmbeddedTransport>(dataFolder, "bench"), pump)
+    {
+    }
+    explicit BenchWindow(std::shared_ptr<zentrel::Transport> transport)
+        : BenchWindow(std::move(transport), ownPump)
+    {
+    }
+    BenchWindow(std::shared_ptr<zentrel::Transport> transport, MessagePump& pump)
+        : registry(RegistryStore::Open({}, {}, trouble)),
+          state(std::move(transport), *registry),
           window(state, {*this, pump, pointer})
     {
         state.settings.Sites.Add(1);
@@ -40,6 +49,8 @@ public:
 
     QtMessagePump ownPump;
     QtScreenPointer pointer;
+    std::string trouble;
+    std::unique_ptr<RegistryStore> registry;  // in memory
     ProcessState state;
     frmMain window;
 

@@ -4,13 +4,20 @@
 
 #include <chrono>
 #include <filesystem>
+#include <memory>
 #include <string>
+#include <vector>
+
+class RemoteServer;
 
 // Each file of benchmarks registers its own. scratch: a folder for their files, removed afterwards.
 void RegisterScanBenches(const std::filesystem::path& scratch);
 void RegisterViewBenches(const std::filesystem::path& scratch);
 void RegisterStartBenches();
 void RegisterWarmBenches(const std::filesystem::path& scratch);
+// Needs the data folders of the scan's. The servers must outlive the run.
+void RegisterRemoteBenches(const std::filesystem::path& scratch,
+                           std::vector<std::unique_ptr<RemoteServer>>& servers);
 
 // Measured by hand, once a repetition, five times; the median counts.
 template <class Body>
@@ -40,3 +47,5 @@ double RunProbe(const std::string& name, const std::filesystem::path& dataFolder
 int ProbeScanMemory(const std::filesystem::path& dataFolder);
 int ProbeExpandMemory(const std::filesystem::path& dataFolder, bool isBare);
 int ProbeStart(bool isMinimal, int argc, char** argv);
+int ProbeRemoteMemory(const std::filesystem::path& dataFolder);
+int ProbeRemoteScan(const std::filesystem::path& dataFolder);

@@ -12,6 +12,7 @@ namespace {
 
 constexpr std::uint32_t kFolderSize = 100;
 constexpr std::uint32_t kTransaction = 50'000;
+constexpr std::uint64_t kFarAhead = 31'536'000'000'000'000;  // a hundred years in ticks
 constexpr std::array kExtensions{"htm", "html", "css", "js", "xml", "json", "txt", "svg", "aspx", "csv"};
 
 std::string UrlPath(std::uint32_t i)
@@ -29,7 +30,7 @@ zentrel::PropertySet Entry(std::uint32_t i)
     zentrel::CacheRecord cache;
     cache.level = 6;
     cache.cacheTicks = 133'000'000'000'000'000 + std::uint64_t{i} * 10'000'000;
-    cache.expiresTicks = cache.cacheTicks + 25'920'000'000'000;
+    cache.expiresTicks = cache.cacheTicks + kFarAhead;  // a daemon would clear it away otherwise
     cache.fileTicks = cache.cacheTicks - 864'000'000'000;
     cache.uncompressedSize = 2'000 + (i * 977U) % 90'000;
     cache.compressedSize = cache.uncompressedSize / 4 + i % 50;

@@ -39,6 +39,20 @@ constexpr Target kTargets[] = {
      "2.5x"},
     {"Warm: caching 10,000 files", "s", 1, "warm/quillet", "warm/zlib", "reading and zlib alone", 1.5,
      "1.5x"},
+    {"Remote scan of 1,000,000 URLs, mutual TLS", "s", 1, "remote-scan/tls", "scan/1000000",
+     "the embedded scan", 1.4, "1.4x"},
+    {"  the same through the Unix socket", "s", 1, "remote-scan/unix", "scan/1000000", "the embedded scan",
+     1.3, "1.3x"},
+    {"  requests that it sends", "", 1, "remote-requests:requests", nullptr, "one for each entry", 2'000,
+     "2,000"},
+    {"  memory beyond the finished tree", "MiB", 1.0 / (1 << 20), "remote-memory:bytes", nullptr,
+     "4 MiB of window", 32, "32 MiB"},
+    {"Remote scan without read-ahead, 10,000 URLs", "s", 1, "no-read-ahead", nullptr, "", 0, "-"},
+    {"GetData, median, mutual TLS", "us", 1e6, "get-data/tls", "echo/tls", "bare unary call", 1.5, "1.5x"},
+    {"  the same through the Unix socket", "us", 1e6, "get-data/unix", "echo/unix", "bare unary call", 1.5,
+     "1.5x"},
+    {"8 clients scan 100,000 at once: the slowest", "s", 1, "crowd/8:each", "crowd/1",
+     "one client (for each of the 8)", 1.2, "1.2x"},
 };
 
 void AppendNumber(std::string& out, double value, const char* unit)

@@ -49,7 +49,9 @@ int ProbeStart(bool isMinimal, int argc, char** argv)
     QtMessageBoxes boxes;
     QtMessagePump pump;
     QtScreenPointer pointer;
-    ProcessState state(std::make_shared<zentrel::EmbeddedTransport>("/nonexistent", "bench"));
+    std::string trouble;
+    const auto registry = RegistryStore::Open({}, {}, trouble);
+    ProcessState state(std::make_shared<zentrel::EmbeddedTransport>("/nonexistent", "bench"), *registry);
     frmMain window(state, {boxes, pump, pointer});
     return TellPainted(window);
 }

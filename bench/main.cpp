@@ -1,4 +1,5 @@
 #include "Benches.h"
+#include "RemoteServer.h"
 #include "Report.h"
 
 #include "platform/TempFolder.h"
@@ -39,8 +40,11 @@ int RunAsProbe(std::string_view name, int argc, char** argv)
     if (name == "start-quillet" || name == "start-minimal")
         return ProbeStart(name == "start-minimal", argc, argv);
     const std::filesystem::path data = argc > 2 ? argv[2] : "";
+    if (name == "serve") return ProbeServe(data);
     const QApplication application(argc, argv);
     if (name == "scan-memory") return ProbeScanMemory(data);
+    if (name == "remote-memory") return ProbeRemoteMemory(data);
+    if (name == "remote-scan") return ProbeRemoteScan(data);
     if (name == "expand-memory-quillet") return ProbeExpandMemory(data, false);
     if (name == "expand-memory-bare") return ProbeExpandMemory(data, true);
     return 1;
@@ -69,6 +73,8 @@ int main(int argc, char** argv)
     RegisterViewBenches(scratch->Path());
     RegisterStartBenches();
     RegisterWarmBenches(scratch->Path());
+    std::vector<std::unique_ptr<RemoteServer>> servers;
+    RegisterRemoteBenches(scratch->Path(), servers);
     MedianReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     return PrintTable(reporter) == 0 ? 0 : 1;

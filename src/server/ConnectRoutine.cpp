@@ -1,27 +1,138 @@
 #include "server/ConnectRoutine.h"
 
 #include "contracts/ShowError.h"
+#include "server/modServices.h"
+
+#include <cstdio>
+#include <utility>
+
+namespace {
+
+constexpr std::string_view kRemoteRegistry = "RemoteRegistry";
+
+std::string Hexadecimal(std::uint32_t code)
+{
+    char text[9];
+    std::snprintf(text, sizeof text, "%X", code);
+    return text;
+}
+
+}  // namespace
 
 void ConnectRoutine::ConnectToServer()
 {
+    if (std::exchange(m_isBusy, true)) return;
     const auto server = m_settings.LastServer;
+    Begin(server);
+    if (!IsGivenUp() && ConnectObjects(server)) {
+        const auto figures = OpenFigures(server);
+        if (!IsGivenUp()) {
+            if (figures == Figures::Readable) RunPerformanceSteps();
+            if (figures == Figures::Unreadable && m_host.performance) m_host.performance->ShowNoFigures();
+            Succeed(server);
+        }
+    }
+    m_isBusy = false;
+}
+
+void ConnectRoutine::Begin(const std::string& server)
+{
+    m_isConnected = false;  // until it stands, nothing may be read through objects of two servers
     m_host.pointer.Set(ScreenPointer::Hourglass);
     m_host.status.SetConnStatus("Connecting to " + server + "...");
+    if (m_host.performance) {
+        m_host.performance->CloseQuery();
+        m_host.performance->ForgetCollectionWarning();
+        m_host.performance->EnableTimer(false);
+    }
     m_host.pump.Visit();
+}
 
-    if (auto connected = m_server.Connect(server); !connected)
-        return GiveUp("Cannot connect to " + server, connected.error());
+// Whether the window was closed while messages ran; then the connection is not made.
+bool ConnectRoutine::IsGivenUp()
+{
+    if (!m_host.display.IsClosing()) return false;
+    EndUnconnected();
+    return true;
+}
+
+bool ConnectRoutine::ConnectObjects(const std::string& server)
+{
+    if (auto connected = m_server.Connect(server); !connected) {
+        GiveUp("Cannot connect to " + server, connected.error());
+        return false;
+    }
     m_host.pump.Run();
+    if (IsGivenUp()) return false;
     if (auto connected = m_cache.Connect(server); !connected) {
         const auto& error = connected.error();
         const bool isAbsent = error.Is(Code::UnknownInterface) || error.Is(Code::ServerUnavailable) ||
                               error.Is(Code::InterfaceNotFound);
-        return GiveUp(isAbsent ? "Zentrel is not started on this server or it is an older version"
-                               : "Cannot connect to Zentrel RPC server on " + server,
-                      error);
+        GiveUp(isAbsent ? "Zentrel is not started on this server or it is an older version"
+                        : "Cannot connect to Zentrel RPC server on " + server,
+               error);
+        return false;
     }
     m_host.pump.Run();
-    Succeed(server);
+    return !IsGivenUp();
+}
+
+// A remote server shows its counters only while its Remote Registry service runs. A local one is asked for
+// that service too, but does not need it.
+ConnectRoutine::Figures ConnectRoutine::OpenFigures(const std::string& server)
+{
+    const bool isRemote = !m_server.IsLocal();
+    Result<bool> running = true;
+    if (m_host.transport != nullptr)
+        running = modServices::IsServiceRunning(*m_host.transport, isRemote ? server : std::string(),
+                                                kRemoteRegistry);
+    if (!isRemote || running.value_or(false)) return Figures::Readable;
+    if (m_settings.StartRemoteReg == RemoteRegPolicy::Never) return Figures::Unreadable;
+
+    if (running) return StartRemoteRegistry(server) ? Figures::Readable : Figures::Unreadable;
+    // Where the service does not exist the counters need none.
+    if (running.error().Is(Code::ServiceDoesNotExist)) return Figures::Readable;
+    if (!m_host.display.IsClosing())
+        ShowError(m_host.boxes, "Cannot access Remote Registry service on " + server, BoxStyle::Exclamation,
+                  running.error());
+    return Figures::Unreadable;
+}
+
+// Starts the service that is stopped, if the user wants that.
+bool ConnectRoutine::StartRemoteRegistry(const std::string& server)
+{
+    if (m_host.display.IsClosing()) return false;
+    if (m_settings.StartRemoteReg == RemoteRegPolicy::Prompt) {
+        const auto answer = m_host.boxes.Show(
+            // The first line is spelled as everybody knows it.
+            "The Remore Registry service is not started on " + server +
+                "\r\nThis service is necessary to retrieve Zentrel Performance statistics"
+                "\r\nStart the service?",
+            BoxStyle::YesNoQuestion, m_host.display.Caption());
+        if (answer != BoxAnswer::Yes || m_host.display.IsClosing()) return false;
+    }
+    const auto started = modServices::StartServiceByName(*m_host.transport, server, kRemoteRegistry);
+    if (!started && !m_host.display.IsClosing())
+        ShowError(m_host.boxes, "Cannot start Remote Registry service on " + server, BoxStyle::Exclamation,
+                  started.error());
+    return started.has_value();
+}
+
+void ConnectRoutine::RunPerformanceSteps()
+{
+    if (m_host.performance == nullptr) return;
+    auto& steps = *m_host.performance;
+    if (const auto opened = steps.OpenQuery(); !opened) {
+        const auto& error = opened.error();
+        m_host.boxes.Show("Cannot open performance collection library\nError 0x" + Hexadecimal(error.code) +
+                              " - " + error.description,
+                          BoxStyle::Exclamation, m_host.display.Caption());
+    }
+    steps.InitPerfCounters();
+    steps.BuildPerfRows();
+    steps.ResetToolTips();
+    steps.UpdatePerfSummary();
+    steps.EnableTimer(true);
 }
 
 void ConnectRoutine::Succeed(const std::string& server)
@@ -40,9 +151,16 @@ void ConnectRoutine::Succeed(const std::string& server)
 
 void ConnectRoutine::GiveUp(const std::string& message, SystemError error)
 {
+    EndUnconnected();
+    if (m_host.display.IsClosing()) return;
+    if (error.Is(Code::AccessDenied)) error.description = "Access denied";
+    ShowError(m_host.boxes, message, BoxStyle::Exclamation, error);
+}
+
+void ConnectRoutine::EndUnconnected()
+{
     m_host.pointer.Set(ScreenPointer::Default);
     m_host.status.SetConnStatus("Not connected - Error");
     m_isConnected = false;
-    if (error.Is(Code::AccessDenied)) error.description = "Access denied";
-    ShowError(m_host.boxes, message, BoxStyle::Exclamation, error);
+    if (m_host.performance) m_host.performance->ShowNoFigures();
 }

@@ -1,6 +1,6 @@
 #include "shell/OfferedSites.h"
 
-#include "shell/SiteNumbers.h"
+#include "zentrel/SiteNumber.h"
 
 #include <algorithm>
 
@@ -10,7 +10,7 @@ Result<std::vector<std::int32_t>> OfferedSites(zentrel::ServerAdmin& server)
     if (!keys) return Fail(keys.error());
     std::vector<std::int32_t> sites;
     while (keys->Next())
-        if (const auto site = ParseSiteNumber(keys->Name())) sites.push_back(*site);
+        if (const auto site = zentrel::ParseSiteNumber(keys->Name())) sites.push_back(*site);
     std::sort(sites.begin(), sites.end());
     return sites;
 }

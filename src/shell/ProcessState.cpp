@@ -4,10 +4,22 @@
 
 #include <utility>
 
-ProcessState::ProcessState(std::shared_ptr<zentrel::Transport> servers)
+namespace {
+
+Settings LoadSettings(SettingsStore& store)
+{
+    store.CreateKey();
+    return store.Load();
+}
+
+}  // namespace
+
+ProcessState::ProcessState(std::shared_ptr<zentrel::Transport> servers, RegistryStore& registry)
     : locale(ReadUserLocale()),
       contents(locale),
       computerName(ComputerName()),
+      settingsStore(registry),
+      settings(LoadSettings(settingsStore)),
       transport(std::move(servers)),
       server(transport),
       cache(transport)

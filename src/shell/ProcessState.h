@@ -1,21 +1,32 @@
 #pragma once
 
 #include "cache/CacheScan.h"
-#include "settings/Settings.h"
+#include "settings/SettingsStore.h"
 #include "zentrel/Admin.h"
 
+#include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
+#include <vector>
+
+// A first connection that is made at once, whatever the settings say about the start.
+struct FirstConnection {
+    std::optional<std::string> server;               // empty: the one that the settings lead to
+    std::optional<std::vector<std::int32_t>> sites;  // empty: all that the server has
+};
 
 // What lives as long as the process, in the order in which it is made. Main creates it and hands it down.
 struct ProcessState {
-    explicit ProcessState(std::shared_ptr<zentrel::Transport> servers);
+    // Creates the settings key and loads the settings. `registry` must outlive this.
+    ProcessState(std::shared_ptr<zentrel::Transport> servers, RegistryStore& registry);
 
     FormatLocale locale;
     CacheContents contents;  // the file type table, and what else a scan fills
     std::string computerName;
+    SettingsStore settingsStore;
     Settings settings;
-    bool selectsAllSites = true;  // every site of the server is scanned, whatever the settings' set holds
+    std::optional<FirstConnection> first;  // from the command line
 
     std::shared_ptr<zentrel::Transport> transport;
     zentrel::ServerAdmin server;

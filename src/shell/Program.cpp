@@ -2,6 +2,9 @@
 
 #include "controls/Images.h"
 #include "platform/ComputerName.h"
+#include "platform/ConfigFolder.h"
+#include "platform/RegistryStore.h"
+#include "platform/TempFolder.h"
 #include "shell/ConsoleBoxes.h"
 #include "shell/Demo.h"
 #include "shell/DemoTraffic.h"
@@ -12,6 +15,7 @@
 #include "zentrel/DataFolder.h"
 #include "zentrel/EmbeddedTransport.h"
 #include "zentrel/StopSignals.h"
+#include "zentrel/remote/ServerDirectory.h"
 
 #include <QApplication>
 #include <QFileInfo>
@@ -24,12 +28,25 @@ namespace {
 constexpr int kFailed = 1;
 constexpr QSize kPictureSize(1000, 700);
 constexpr const char* kPictureName = "quillet-screenshot.png";
+constexpr const char* kKnownServersName = "servers.conf";
+constexpr const char* kHiveName = "settings.hive";
+constexpr const char* kMachineHive = "/etc/quillet/machine.hive";
 constexpr const char* kPlatformVariable = "QT_QPA_PLATFORM";
 
 bool HasDisplay()
 {
     return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
            !qEnvironmentVariableIsEmpty(kPlatformVariable);
+}
+
+// This machine's service by its usual names, and all other servers by theirs.
+std::shared_ptr<zentrel::Transport> EveryServer(std::shared_ptr<zentrel::Transport> embedded,
+                                                std::vector<std::filesystem::path> sockets)
+{
+    auto known = DefaultConfigFolder();
+    if (!known.empty()) known /= kKnownServersName;
+    return std::make_shared<zentrel::ServerDirectory>(
+        std::move(embedded), zentrel::ServerPlaces{std::move(sockets), std::move(known)}, PaintWhileWaiting);
 }
 
 // The server that --demo makes, with its visitors, and the signals that end the program in good order.
@@ -46,7 +63,8 @@ public:
 
     std::shared_ptr<zentrel::Transport> Transport() const
     {
-        return std::make_shared<zentrel::EmbeddedTransport>(m_demo->Service(), ComputerName());
+        return EveryServer(std::make_shared<zentrel::EmbeddedTransport>(m_demo->Service(), ComputerName()),
+                           {});
     }
 
     std::unique_ptr<DemoTraffic> Visitors()
@@ -61,16 +79,44 @@ private:
     std::optional<Demo> m_demo;
 };
 
-void TakeOver(const StartOptions& options, ProcessState& state)
+// The connection that the command line asks for, if it does. A picture cannot wait for answers to a dialog.
+std::optional<FirstConnection> FirstOf(const StartOptions& options, const zentrel::Transport& transport)
 {
-    if (options.server) {
-        state.settings.LastServer = *options.server;
-        state.settings.RememberLastServer = true;
-    }
-    if (!options.sites) return;
-    state.selectsAllSites = false;
-    for (const auto site : *options.sites) state.settings.Sites.Add(site);
+    if (!options.demo && !options.server && !options.choosesSites && !options.picture) return std::nullopt;
+    FirstConnection first{options.server, options.sites};
+    if (options.demo) first.server = transport.LocalName();
+    return first;
 }
+
+// The user's settings, or some that last as long as the demonstration.
+class SettingsFile {
+public:
+    explicit SettingsFile(const StartOptions& options) : m_file(options.settingsFile)
+    {
+        if (m_file.empty() && options.demo) {
+            auto folder = TempFolder::Make("quillet-settings-");
+            if (folder) m_folder.emplace(std::move(*folder));
+        }
+        if (m_folder) {
+            m_file = m_folder->Path() / kHiveName;
+        } else if (m_file.empty()) {
+            const auto folder = DefaultConfigFolder();
+            if (!folder.empty()) m_file = folder / kHiveName;
+        }
+    }
+
+    std::unique_ptr<RegistryStore> Open() const
+    {
+        std::string trouble;
+        auto registry = RegistryStore::Open(m_file, kMachineHive, trouble);
+        if (!trouble.empty()) std::cerr << "quillet: " << trouble << '\n';
+        return registry;
+    }
+
+private:
+    std::optional<TempFolder> m_folder;
+    std::filesystem::path m_file;
+};
 
 int WritePicture(frmMain& window, const std::filesystem::path& file)
 {
@@ -88,8 +134,10 @@ int WritePicture(frmMain& window, const std::filesystem::path& file)
 
 int RunWindow(const StartOptions& options, std::shared_ptr<zentrel::Transport> transport, DemoServer* demo)
 {
-    ProcessState state(std::move(transport));
-    TakeOver(options, state);
+    const SettingsFile settings(options);
+    const auto registry = settings.Open();
+    ProcessState state(std::move(transport), *registry);
+    state.first = FirstOf(options, *state.transport);
     QtMessageBoxes windows;
     ConsoleBoxes console(std::cerr);
     QtMessagePump pump;
@@ -130,8 +178,8 @@ int RunProgram(StartOptions options, char* programName)
 
     if (!demo) {
         const auto folder = options.dataFolder.empty() ? zentrel::DefaultDataFolder() : options.dataFolder;
-        return RunWindow(options, std::make_shared<zentrel::EmbeddedTransport>(folder, ComputerName()),
-                         nullptr);
+        auto embedded = std::make_shared<zentrel::EmbeddedTransport>(folder, ComputerName());
+        return RunWindow(options, EveryServer(std::move(embedded), zentrel::LocalSockets(folder)), nullptr);
     }
     if (auto started = demo->Start(); !started) {
         std::cerr << "quillet: " << started.error().description << '\n';

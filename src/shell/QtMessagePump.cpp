@@ -30,3 +30,8 @@ void QtMessagePump::Visit()
     QCoreApplication::processEvents(QEventLoop::AllEvents, kLongestVisit);
     m_next = Now() + kInterval;
 }
+
+void PaintWhileWaiting()
+{
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents, kLongestVisit);
+}

@@ -14,3 +14,7 @@ public:
 private:
     std::int64_t m_next = 0;  // when the event loop may be entered again; milliseconds
 };
+
+// Keeps the windows painted while something else is waited for. The user's keys and clicks stay where they
+// are until the wait is over.
+void PaintWhileWaiting();

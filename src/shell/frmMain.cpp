@@ -2,9 +2,14 @@
 
 #include "contracts/ShowError.h"
 #include "controls/PlainText.h"
+#include "server/frmServer.h"
 #include "shell/OfferedSites.h"
+#include "shell/frmOptions.h"
 
 #include <QCloseEvent>
+#include <QDialog>
+
+#include <algorithm>
 
 namespace {
 
@@ -45,7 +50,10 @@ frmMain::frmMain(ProcessState& state, const Desktop& desktop)
       m_scan(state.server, state.cache, {*this, *this, desktop.boxes, desktop.pump, desktop.pointer},
              state.stop, state.contents),
       m_connection(state.server, state.cache, state.settings,
-                   {*this, *this, desktop.boxes, desktop.pump, desktop.pointer})
+                   {*this, *this, desktop.boxes, desktop.pump, desktop.pointer, state.transport.get()}),
+      m_selection(state.transport, state.server, state.computerName, state.settings,
+                  {desktop.boxes, desktop.pointer}),
+      m_placer(*this)
 {
     Load();
 }
@@ -67,18 +75,45 @@ void frmMain::Load()
 void frmMain::Display()
 {
     const Operation running(*this);
+    RestoreSettings();
     show();
     m_desktop.pump.Visit();
-    SelectStartServer();
-    SelectOfferedSites();
+    if (m_isClosing) return;
+    if (m_state.first) {
+        TakeFirst(*m_state.first);
+    } else if (m_state.settings.StartConnectDialog) {
+        SelectSites(true);
+        return;
+    } else {
+        SelectStartServer();
+    }
     ConnectToServer();
     Rescan();
-    trvFiles->setFocus();
+    FocusTree();
+}
+
+void frmMain::RestoreSettings()
+{
+    const auto& store = m_state.settingsStore;
+    m_placer.Place(store.LoadPlacement());
+    tmrStats->Restore(store.LoadRefreshInterval(tmrStats->Interval()));
+    for (const auto& row : m_views) {
+        row.item->setChecked(store.LoadView(row.setting));
+        row.show(row.item->isChecked());
+    }
+    tmrStats->Restore(store.LoadRefreshInterval(tmrStats->Interval()));
 }
 
 void frmMain::Unload()
 {
+    auto& store = m_state.settingsStore;
+    const auto& settings = m_state.settings;
     ForgetContents();
+    if (settings.SaveWindowPos) store.SavePlacement(m_placer.Read(), tmrStats->Interval());
+    if (settings.SaveView) SaveViews();
+    if (settings.SaveAutoStats) store.SaveRefreshInterval(tmrStats->Interval());
+    tmrStats->SetEnabled(false);
+    store.Save(settings);
     m_isUnloaded = true;
 }
 
@@ -87,6 +122,8 @@ void frmMain::closeEvent(QCloseEvent* event)
     m_isClosing = true;
     if (m_operations > 0) {
         Stop();
+        m_selection.Unload();
+        for (auto* const dialog : findChildren<QDialog*>()) dialog->reject();
         event->ignore();
         return;
     }
@@ -99,26 +136,52 @@ void frmMain::closeEvent(QCloseEvent* event)
 void frmMain::SelectStartServer()
 {
     auto& settings = m_state.settings;
-    if (!settings.RememberLastServer)
+    if (!settings.RememberLastServer || settings.LastServer.empty())
         settings.LastServer = zentrel::ServerAdmin(m_state.transport).ServerName();
 }
 
-// A server that cannot be asked offers nothing; why, the connection will tell.
-void frmMain::SelectOfferedSites()
+// Its sites are chosen as if the user had chosen them. A server that cannot be asked offers nothing; why,
+// the connection will tell.
+void frmMain::TakeFirst(const FirstConnection& first)
 {
+    auto& settings = m_state.settings;
+    if (first.server) {
+        settings.LastServer = *first.server;
+    } else {
+        SelectStartServer();
+    }
+    CWaitCursor wait(m_desktop.pointer);
+    wait.ShowCursor(ScreenPointer::Hourglass);
+    SetConnStatus("Connecting to " + settings.LastServer + "...");
     zentrel::ServerAdmin server(m_state.transport);
-    if (!server.Connect(m_state.settings.LastServer)) return;
-    const auto sites = OfferedSites(server);
-    if (!sites) return;
-    m_connection.SetSiteCount(static_cast<int>(sites->size()));
-    if (!m_state.selectsAllSites) return;
-    m_state.settings.Sites = SiteSet();
-    for (const auto site : *sites) m_state.settings.Sites.Add(site);
+    if (!server.Connect(settings.LastServer)) return;
+    const auto offered = OfferedSites(server);
+    if (!offered) return;
+    for (const auto site : *offered) {
+        const bool isWanted =
+            !first.sites || std::find(first.sites->begin(), first.sites->end(), site) != first.sites->end();
+        isWanted ? settings.Sites.Add(site) : settings.Sites.Remove(site);
+    }
+    SetSiteCount(static_cast<int>(offered->size()));
+}
+
+// Not while a scan or a connection is under way, which work on the server that stands.
+void frmMain::SelectSites(bool force)
+{
+    if (m_isClosing || m_scan.IsBusy() || m_connection.IsBusy()) return;
+    const Operation running(*this);
+    ::SelectSites(force, m_selection, *this);
+}
+
+void frmMain::ShowSelection()
+{
+    frmServer dialog(m_selection, this);
+    dialog.ShowModal();
 }
 
 void frmMain::ConnectToServer()
 {
-    if (m_isClosing || m_scan.IsBusy()) return;
+    if (m_isClosing || m_scan.IsBusy() || m_connection.IsBusy()) return;
     const Operation running(*this);
     m_connection.ConnectToServer();
     StatusBar->ShowConnected(m_connection.IsConnected());
@@ -133,7 +196,7 @@ void frmMain::Rescan()
 
 void frmMain::LoadInfo2()
 {
-    if (m_isClosing) return;
+    if (m_isClosing || !IsConnected()) return;
     const Operation running(*this);
     m_scan.LoadInfo2(m_state.settings.Sites.Slots());
 }
@@ -151,12 +214,41 @@ void frmMain::ExpandAll()
 
 void frmMain::RefreshFileNode()
 {
+    if (m_isClosing || !IsConnected()) return;
+    const Operation running(*this);
     m_scan.RefreshFileNode(SelectedNode());
 }
 
 void frmMain::Stop()
 {
     m_state.stop.isSet = true;
+}
+
+void frmMain::SavePosition()
+{
+    auto& store = m_state.settingsStore;
+    store.SavePlacement(m_placer.Read(), tmrStats->Interval());
+    SaveViews();
+    store.SaveRefreshInterval(tmrStats->Interval());
+}
+
+void frmMain::SaveViews()
+{
+    for (const auto& row : m_views) m_state.settingsStore.SaveView(row.setting, row.item->isChecked());
+}
+
+void frmMain::ShowView(const ViewRow& row, bool isShown)
+{
+    row.show(isShown);
+    LayOutClientArea();
+}
+
+void frmMain::ShowOptions()
+{
+    if (m_isClosing) return;
+    const Operation running(*this);
+    frmOptions dialog(m_state.settings, m_desktop.boxes, this);
+    dialog.exec();
 }
 
 // ---- what the scan and the connection show

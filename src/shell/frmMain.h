@@ -4,14 +4,19 @@
 #include "cache/CacheTreeModel.h"
 #include "cache/CacheTreeView.h"
 #include "server/ConnectRoutine.h"
+#include "server/SelectSites.h"
+#include "shell/AutoRefresh.h"
 #include "shell/ProcessState.h"
 #include "shell/StatusPanels.h"
+#include "shell/WindowPlacer.h"
 
 #include <QMainWindow>
 #include <QMenu>
 #include <QToolBar>
 
+#include <functional>
 #include <string>
+#include <vector>
 
 // What the window uses of the desktop. Tests bring their own.
 struct Desktop {
@@ -22,7 +27,11 @@ struct Desktop {
 
 // The main window: the program's driver. It holds the controls and one collaborator for each duty, forwards
 // to them what the user does and shows what they say.
-class frmMain : public QMainWindow, public ScanScreen, public StatusLine, public ConnectionDisplay {
+class frmMain : public QMainWindow,
+                public ScanScreen,
+                public StatusLine,
+                public ConnectionDisplay,
+                public SelectSitesHost {
     Q_OBJECT
 
 public:
@@ -32,18 +41,24 @@ public:
     // Brings the window up, makes the first connection and scans. Returns when that has ended.
     void Display();
 
-    void ConnectToServer();
-    void Rescan();
+    // Asks for a server and its web sites, and scans them when the user confirms. Connects when another
+    // server was chosen, there is no connection, or `force` is set.
+    void SelectSites(bool force);
+    void ConnectToServer() override;
+    void Rescan() override;
     void LoadInfo2();
     void ExpandAll();
     void RefreshFileNode();  // reads the selected URL's record again
     void Stop();             // ends a running scan after the entry in progress
     void Exit() { close(); }
+    void SavePosition();  // placement, views and interval, whatever the save switches say
+    void ShowOptions();
 
     // True once the window was closed. A close in the middle of an operation ends that first.
     bool IsUnloaded() const { return m_isUnloaded; }
 
-    bool IsConnected() const { return m_connection.IsConnected(); }
+    bool IsConnected() const override { return m_connection.IsConnected(); }
+    bool IsClosing() const override { return m_isClosing; }
 
     void SetStatus(std::string_view text) override { StatusBar->SetStatus(text); }
     void SetConnStatus(std::string_view text) override { StatusBar->SetConnStatus(text); }
@@ -54,6 +69,9 @@ public:
     void ShowTree() override;
     void ForgetContents() override;
     void ShowContents() override;
+    void ShowSelection() override;
+    void SetSiteCount(int count) override { m_connection.SetSiteCount(count); }
+    void FocusTree() override { trvFiles->setFocus(); }
 
     QToolBar* const Toolbar;
     StatusPanels* const StatusBar;
@@ -62,6 +80,7 @@ public:
     QFrame* const spltMain;
     CacheTreeView* const trvFiles;
     QMenu* const mnuPopUp_Tree;
+    AutoRefresh* tmrStats = nullptr;
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -70,19 +89,36 @@ protected:
 private:
     class Operation;
 
+    // A part of the window that can be hidden; its menu item's check mark is the state that is kept.
+    struct ViewRow {
+        const char* setting;
+        QAction* item;
+        std::function<void(bool)> show;
+    };
+
     void Load();
     void Unload();
+    void RestoreSettings();
+    void SaveViews();
+    void ShowView(const ViewRow& row, bool isShown);
     void SelectStartServer();
-    void SelectOfferedSites();
+    void TakeFirst(const FirstConnection& first);
 
     // In frmMainControls.cpp:
     void BuildClientArea();
-    void BuildMenuBar();
-    void BuildPopUp();
     void BuildToolbar();
-    QAction* AddCommand(QWidget* holder, const char* name, const QString& caption,
-                        void (frmMain::*command)());
     void LayOutClientArea();
+
+    // In frmMainMenus.cpp:
+    QMenu* AddMenu(QMenu* parent, const char* name, const QString& caption);
+    QAction* AddCommand(QWidget* holder, const char* name, const QString& caption,
+                        std::function<void()> command);
+    QAction* AddView(QMenu* menu, const char* name, const QString& caption);
+    void BuildMenuBar();
+    void BuildFileMenu();
+    void BuildViewMenu();
+    void BuildToolsMenu();
+    void BuildPopUp();
     void ShowPopUp(const QPoint& globalPlace);
     NodeId SelectedNode() const;
 
@@ -90,7 +126,10 @@ private:
     const Desktop m_desktop;
     CacheScan m_scan;
     ConnectRoutine m_connection;
+    ServerSelection m_selection;
     CacheTreeModel m_model;
+    WindowPlacer m_placer;
+    std::vector<ViewRow> m_views;
 
     std::string m_caption;
     int m_operations = 0;  // that run on the stack

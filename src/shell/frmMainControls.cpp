@@ -7,16 +7,10 @@
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QMenuBar>
-#include <QScreen>
 
 namespace {
 
-constexpr QSize kStartSize(1000, 700);
-
-bool IsUrl(NodeKind kind)
-{
-    return kind == NodeKind::File || kind == NodeKind::MultiFile;
-}
+constexpr QSize kDesignSize(800, 600);  // until a placement is loaded
 
 }  // namespace
 
@@ -24,7 +18,7 @@ void frmMain::BuildClientArea()
 {
     setObjectName(QStringLiteral("frmMain"));
     setContextMenuPolicy(Qt::NoContextMenu);
-    resize(kStartSize.boundedTo(screen()->availableSize()));
+    resize(kDesignSize);
 
     auto* const area = new QWidget(this);
     area->setObjectName(QStringLiteral("ClientArea"));
@@ -50,43 +44,6 @@ void frmMain::BuildClientArea()
     setStatusBar(StatusBar);
 }
 
-QAction* frmMain::AddCommand(QWidget* holder, const char* name, const QString& caption,
-                             void (frmMain::*command)())
-{
-    auto* const action = new QAction(caption, holder);
-    action->setObjectName(QLatin1String(name));
-    connect(action, &QAction::triggered, this, command);
-    holder->addAction(action);
-    return action;
-}
-
-void frmMain::BuildMenuBar()
-{
-    auto* const mnuFile = menuBar()->addMenu(tr("&File"));
-    mnuFile->setObjectName(QStringLiteral("mnuFile"));
-    AddCommand(mnuFile, "mnuFile_Rescan", tr("&Rescan IIS"), &frmMain::Rescan)->setShortcut(Qt::Key_F5);
-    AddCommand(mnuFile, "mnuFile_ExpandAll", tr("&Expand all nodes"), &frmMain::ExpandAll)
-        ->setShortcut(Qt::Key_F6);
-    mnuFile->addSeparator()->setObjectName(QStringLiteral("mnuFile_Sep2"));
-    AddCommand(mnuFile, "mnuFile_Exit", tr("&Exit"), &frmMain::Exit);
-}
-
-void frmMain::BuildPopUp()
-{
-    mnuPopUp_Tree->setObjectName(QStringLiteral("mnuPopUp_Tree"));
-    AddCommand(mnuPopUp_Tree, "mnuPopUp_Refresh", tr("&Refresh"), &frmMain::RefreshFileNode);
-    mnuPopUp_Tree->addSeparator()->setObjectName(QStringLiteral("mnuPopUp_Sep2"));
-    AddCommand(mnuPopUp_Tree, "mnuPopUp_Rescan", tr("Rescan &IIS"), &frmMain::Rescan);
-}
-
-void frmMain::ShowPopUp(const QPoint& globalPlace)
-{
-    const auto node = SelectedNode();
-    const bool isUrl = node != kNoNode && IsUrl(m_state.contents.tree.Kind(node));
-    mnuPopUp_Tree->findChild<QAction*>(QStringLiteral("mnuPopUp_Refresh"))->setEnabled(isUrl);
-    mnuPopUp_Tree->popup(globalPlace);
-}
-
 void frmMain::BuildToolbar()
 {
     Toolbar->setObjectName(QStringLiteral("Toolbar"));
@@ -95,11 +52,14 @@ void frmMain::BuildToolbar()
     Toolbar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     addToolBar(Toolbar);
 
-    auto* const stop = AddCommand(Toolbar, "Stop", tr(" Stop "), &frmMain::Stop);
+    auto* const connectTo = AddCommand(Toolbar, "Connect", tr(" Connect "), [this] { SelectSites(true); });
+    connectTo->setIcon(Image(QStringLiteral("Connect")));
+    connectTo->setToolTip(tr("Connect to another IIS server"));
+    auto* const stop = AddCommand(Toolbar, "Stop", tr(" Stop "), [this] { Stop(); });
     stop->setIcon(Image(QStringLiteral("Stop")));
     stop->setToolTip(tr("Stop reload operation"));
     stop->setShortcut(Qt::Key_Escape);
-    auto* const refresh = AddCommand(Toolbar, "Refresh", tr(" Refresh "), &frmMain::Rescan);
+    auto* const refresh = AddCommand(Toolbar, "Refresh", tr(" Refresh "), [this] { Rescan(); });
     refresh->setIcon(Image(QStringLiteral("Refresh")));
     refresh->setToolTip(tr("Reload cache information from the server"));
 }

@@ -1,5 +1,5 @@
 #include "shell/Program.h"
-#include "shell/SiteNumbers.h"
+#include "zentrel/SiteNumber.h"
 
 #include <CLI/CLI.hpp>
 
@@ -19,7 +19,7 @@ int ReportUsage(const std::string& text)
 int ParseAndRun(int argc, char** argv)
 {
     StartOptions options;
-    std::string sites = "all";
+    std::string sites;
     CLI::App app("Shows and tends the compression cache of a Zentrel server.", "quillet");
     auto* const demo =
         app.add_flag("--demo", options.demo, "Look at a server made from files of this machine");
@@ -28,9 +28,12 @@ int ParseAndRun(int argc, char** argv)
         ->type_name("DIR")
         ->excludes(demo);
     app.add_option("--server", options.server, "Connect to this server")->type_name("NAME")->excludes(demo);
-    app.add_option("--sites", sites, "The web sites to look at: all, or numbers as in 1,2,30")
-        ->type_name("LIST")
-        ->capture_default_str();
+    app.add_option("--sites", sites,
+                   "The web sites to look at: all, or numbers as in 1,2,30; all with --server and --demo")
+        ->type_name("LIST");
+    app.add_option("--settings-file", options.settingsFile,
+                   "Keep the settings in this file instead of the user's own; --demo keeps none without it")
+        ->type_name("FILE");
     app.add_option("--screenshot", options.picture,
                    "Write a picture of the window with the tree expanded, print its path and end")
         ->type_name("FILE");
@@ -40,8 +43,9 @@ int ParseAndRun(int argc, char** argv)
     } catch (const CLI::ParseError& error) {
         return error.get_exit_code() == 0 ? app.exit(error) : ReportUsage(error.what());
     }
-    if (sites != "all") {
-        const auto numbers = ParseSiteNumbers(sites);
+    options.choosesSites = !sites.empty();
+    if (options.choosesSites && sites != "all") {
+        const auto numbers = zentrel::ParseSiteNumbers(sites);
         if (!numbers) return ReportUsage(numbers.error().description);
         options.sites = *numbers;
     }

@@ -1,47 +1,98 @@
 #include "server/ConnectRoutine.h"
 
+#include "server/ScriptedHosts.h"
+#include "settings/SiteSet.h"
 #include "support/ScanRig.h"
-#include "support/ScriptedTransport.h"
 
 namespace {
 
-// Writes down what a connection shows.
-struct ConnectRig : ScanRig, ConnectionDisplay {
-    explicit ConnectRig(const std::shared_ptr<ScriptedTransport>& transport)
-        : ScanRig(transport),
-          routine(server, cache, settings, {*this, *this, *this, *this, *this})
+// Writes down what a connection shows and does, each step with a "|".
+struct ConnectRig : ScanRig, ConnectionDisplay, PerformanceSteps {
+    explicit ConnectRig(std::shared_ptr<ScriptedHosts> scripted = std::make_shared<ScriptedHosts>())
+        : ScanRig(scripted),
+          hosts(std::move(scripted)),
+          routine(server, cache, settings, {*this, *this, *this, *this, *this, hosts.get(), this})
     {
+        hosts->hosts["web01"] = {};
+        hosts->hosts["here"].isLocal = true;
+        hosts->hosts["here"].ownName = "HOST";
         settings.LastServer = "web01";
-        isConnected = false;
+    }
+
+    // The steps of one connection, from the connection panel's first text on.
+    std::string Connect()
+    {
+        steps.clear();
+        boxes.clear();
+        hosts->calls.clear();
+        routine.ConnectToServer();
+        EXPECT_EQ(pointer, ScreenPointer::Default);
+        EXPECT_FALSE(routine.IsBusy());
+        return steps;
     }
 
     void SetCaption(const std::string& text) override { caption = text; }
     void SetTopStrip(const std::string& text) override { strip = text; }
-    void SetConnStatus(std::string_view text) override { states += std::string(text) + "|"; }
+    std::string Caption() const override { return caption; }
+    bool IsClosing() const override { return isClosing; }
+    void SetConnStatus(std::string_view text) override { steps += std::string(text) + "|"; }
+    BoxAnswer Show(const std::string& text, BoxStyle style, const std::string& title) override
+    {
+        ScanRig::Show(text, style, title);
+        return style == BoxStyle::YesNoQuestion ? answer : BoxAnswer::Ok;
+    }
+    void Run() override
+    {
+        steps += pointer == ScreenPointer::Hourglass ? "wait|" : "ready|";
+        ScanRig::Run();
+    }
 
+    void CloseQuery() override { steps += "close|"; }
+    void ForgetCollectionWarning() override { steps += "forget|"; }
+    void EnableTimer(bool isEnabled) override { steps += isEnabled ? "on|" : "off|"; }
+    Done OpenQuery() override
+    {
+        steps += "open|";
+        if (queryError != 0) return Fail(queryError, "PDH", "No such object");
+        return {};
+    }
+    void InitPerfCounters() override { steps += "counters|"; }
+    void BuildPerfRows() override { steps += "rows|"; }
+    void ResetToolTips() override { steps += "tips|"; }
+    void UpdatePerfSummary() override { steps += "summary|"; }
+    void ShowNoFigures() override { steps += "---|"; }
+
+    std::shared_ptr<ScriptedHosts> hosts;
     Settings settings;
     ConnectRoutine routine;
     std::string caption = "before";
     std::string strip = "before";
-    std::string states;
+    std::string steps;
+    BoxAnswer answer = BoxAnswer::Yes;
+    bool isClosing = false;
+    std::uint32_t queryError = 0;
 };
+
+const std::string kBegin = "Connecting to web01...|close|forget|off|wait|";
+const std::string kFigures = "open|counters|rows|tips|summary|on|";
+const std::string kEnd = "Connected to web01|ready|";
 
 }  // namespace
 
 TEST(ConnectRoutine, ShowsTheServerWhenBothObjectsAreConnected)
 {
-    ConnectRig rig(std::make_shared<ScriptedTransport>());
+    ConnectRig rig;
     for (const auto& [count, strip] :
          {std::pair(0, "web01 - 0 web sites"), std::pair(1, "web01 - 1 web site"),
           std::pair(2, "web01 - 2 web sites")}) {
         rig.routine.SetSiteCount(count);
-        rig.routine.ConnectToServer();
+        EXPECT_EQ(rig.Connect(), kBegin + "wait|wait|" + kFigures + kEnd);
         EXPECT_EQ(rig.strip, strip);
     }
     EXPECT_TRUE(rig.routine.IsConnected());
     EXPECT_EQ(rig.caption, "web01 - Zentrel Quillet");
-    EXPECT_TRUE(rig.states.starts_with("Connecting to web01...|Connected to web01|"));
-    EXPECT_EQ(rig.pointer, ScreenPointer::Default);
+    EXPECT_EQ(rig.hosts->calls,
+              "manager(web01,80000000) open(RemoteRegistry,4) query close-service close-manager");
 }
 
 TEST(ConnectRoutine, EachFailureHasItsMessageAndLeavesTheServerThatIsShown)
@@ -59,15 +110,107 @@ TEST(ConnectRoutine, EachFailureHasItsMessageAndLeavesTheServerThatIsShown)
         {{0, 5}, "Cannot connect to Zentrel RPC server on web01\r\n(Error 5 - Access denied)"},
     };
     for (const auto& wanted : cases) {
-        const auto transport = std::make_shared<ScriptedTransport>();
-        ConnectRig rig(transport);
-        transport->connectErrors = wanted.errors;
-        rig.routine.ConnectToServer();
+        ConnectRig rig;
+        rig.hosts->connectErrors = wanted.errors;
+        EXPECT_EQ(rig.Connect(),
+                  kBegin + (wanted.errors.size() > 1 ? "wait|" : "") + "Not connected - Error|---|");
         EXPECT_EQ(rig.boxes, std::vector<std::string>{"Zentrel Quillet: " + wanted.text + " (!)"});
         EXPECT_FALSE(rig.routine.IsConnected());
-        EXPECT_EQ(rig.states, "Connecting to web01...|Not connected - Error|");
         EXPECT_EQ(rig.caption + rig.strip, "beforebefore");
-        EXPECT_EQ(rig.pointer, ScreenPointer::Default);
+    }
+}
+
+TEST(ConnectRoutine, ARemoteServerShowsFiguresOnlyWhileItsRegistryServiceRuns)
+{
+    using enum RemoteRegPolicy;
+    constexpr auto kStopped = zentrel::ServiceState::Stopped;
+    constexpr auto kRunning = zentrel::ServiceState::Running;
+    const std::string ask = "before: The Remore Registry service is not started on web01\r\nThis service is "
+                            "necessary to retrieve Zentrel Performance statistics\r\nStart the service?";
+    const std::string access = "Zentrel Quillet: Cannot access Remote Registry service on web01\r\n(Error ";
+    const std::string start = "Zentrel Quillet: Cannot start Remote Registry service on web01\r\n(Error ";
+    const std::string runs = "1056 - An instance of the service is already running) (!)";
+    const struct {
+        RemoteRegPolicy policy;
+        zentrel::ServiceState state;
+        std::uint32_t manager, open, start;
+        BoxAnswer answer;
+        std::vector<std::string> boxes;
+        bool hasFigures, isStarted;
+    } cases[] = {
+        {Never, kRunning, 0, 0, 0, BoxAnswer::Yes, {}, true, false},
+        {Never, kStopped, 0, 0, 0, BoxAnswer::Yes, {}, false, false},
+        {Never, kStopped, 0, 1060, 0, BoxAnswer::Yes, {}, false, false},
+        {Never, kStopped, 5, 0, 0, BoxAnswer::Yes, {}, false, false},
+        {Prompt, kRunning, 0, 0, 0, BoxAnswer::Yes, {}, true, false},
+        {Prompt, kStopped, 0, 0, 0, BoxAnswer::Yes, {ask}, true, true},
+        {Prompt, kStopped, 0, 0, 0, BoxAnswer::No, {ask}, false, false},
+        {Prompt, kStopped, 0, 0, 1056, BoxAnswer::Yes, {ask, start + runs}, false, true},
+        {Prompt, kStopped, 0, 1060, 0, BoxAnswer::Yes, {}, true, false},
+        {Prompt, kStopped, 5, 0, 0, BoxAnswer::Yes, {access + "5 - Access denied) (!)"}, false, false},
+        {Automatically, kStopped, 0, 0, 0, BoxAnswer::No, {}, true, true},
+        {Automatically, kStopped, 0, 0, 997, BoxAnswer::No, {}, true, true},
+        {Automatically, kStopped, 0, 0, 1056, BoxAnswer::No, {start + runs}, false, true},
+        {Automatically, kStopped, 1722, 0, 0, BoxAnswer::No, {}, true, false},
+        {Automatically, kStopped, 0, 1722, 0, BoxAnswer::No, {access + "1722 - ) (!)"}, false, false},
+    };
+    for (const auto& wanted : cases) {
+        ConnectRig rig;
+        rig.settings.StartRemoteReg = wanted.policy;
+        rig.hosts->state = wanted.state;
+        rig.hosts->managerError = wanted.manager;
+        rig.hosts->openError = wanted.open;
+        rig.hosts->startError = wanted.start;
+        rig.answer = wanted.answer;
+        EXPECT_EQ(rig.Connect(), kBegin + "wait|wait|" + (wanted.hasFigures ? kFigures : "---|") + kEnd);
+        EXPECT_EQ(rig.boxes, wanted.boxes);
+        EXPECT_EQ(rig.hosts->calls.find("start") != std::string::npos, wanted.isStarted);
+        EXPECT_TRUE(rig.routine.IsConnected());
+    }
+}
+
+TEST(ConnectRoutine, ALocalServerNeedsNoRegistryServiceAndSaysThatItIsLocal)
+{
+    for (const auto error : {0U, 5U, 1060U}) {
+        ConnectRig rig;
+        rig.settings.LastServer = "here";
+        rig.hosts->state = zentrel::ServiceState::Stopped;
+        rig.hosts->openError = error;
+        EXPECT_NE(rig.Connect().find(kFigures + "Connected to here|"), std::string::npos);
+        EXPECT_TRUE(rig.boxes.empty());
+        EXPECT_TRUE(rig.hosts->calls.starts_with("manager(,80000000) open(RemoteRegistry,4) "));
+        EXPECT_EQ(rig.strip, "here - Local - 0 web sites");
+    }
+}
+
+TEST(ConnectRoutine, AQueryThatCannotBeOpenedIsReportedAndTheOtherStepsRun)
+{
+    ConnectRig rig;
+    rig.queryError = 0xC0000BB8;
+    EXPECT_EQ(rig.Connect(), kBegin + "wait|wait|" + kFigures + kEnd);
+    EXPECT_EQ(rig.boxes, std::vector<std::string>{"before: Cannot open performance collection library\nError "
+                                                  "0xC0000BB8 - No such object (!)"});
+}
+
+TEST(ConnectRoutine, MessagesThatRunMeanwhileMayCloseTheWindowOrConnectAgain)
+{
+    for (int visit = 1; visit <= 3; ++visit) {
+        ConnectRig rig;
+        rig.Connect();
+        EXPECT_TRUE(rig.routine.IsConnected());
+        rig.hosts->state = zentrel::ServiceState::Stopped;
+        rig.hosts->connectErrors = {0, visit == 1 ? 5U : 0U};
+        int visits = 0;
+        rig.onRun = [&] {
+            EXPECT_FALSE(rig.routine.IsConnected());  // the objects may be bound to two servers
+            rig.routine.ConnectToServer();            // does nothing
+            rig.isClosing = ++visits >= visit;
+        };
+        rig.Connect();
+        EXPECT_EQ(rig.steps.find("Connecting", 1), std::string::npos);
+        EXPECT_TRUE(rig.steps.ends_with("Not connected - Error|---|")) << rig.steps;
+        EXPECT_TRUE(rig.boxes.empty());
+        EXPECT_FALSE(rig.routine.IsConnected());
     }
 }
 

@@ -1,22 +1,12 @@
-// What the program starts with: site numbers, the server's sites, the division of the window.
+// What the program starts with: the server's sites, the division of the window.
 #include "shell/ClientHeights.h"
 #include "shell/OfferedSites.h"
-#include "shell/SiteNumbers.h"
 #include "support/TestStore.h"
 #include "zentrel/EmbeddedTransport.h"
 
 namespace {
 
 using Numbers = std::vector<std::int32_t>;
-
-TEST(SiteNumbers, AreDigitsWithCommasBetweenThem)
-{
-    EXPECT_EQ(*ParseSiteNumbers("1"), Numbers{1});
-    EXPECT_EQ(*ParseSiteNumbers("3,1,2147483647"), (Numbers{3, 1, 2147483647}));
-    for (const char* wrong :
-         {"", "0", "-1", "01", "1,", ",1", "1;2", "1 ,2", "2147483648", "all", "1.5", "+1"})
-        EXPECT_FALSE(ParseSiteNumbers(wrong)) << wrong;
-}
 
 TEST(OfferedSites, AreTheNumberedKeysInNumericOrder)
 {

@@ -52,10 +52,17 @@ inline std::string Shown(const QAbstractItemModel& model, const QModelIndex& par
 // The main window over a real service; `store` is filled before Open.
 class WindowRig : public testing::Test {
 public:
+    // Opens with the settings that the last window saved. Unless a test says otherwise, it connects to this
+    // machine at once and takes all sites.
     void Open(const std::filesystem::path& folder)
     {
         window.reset();
-        state.emplace(std::make_shared<zentrel::EmbeddedTransport>(folder, "here"));
+        std::string trouble;
+        registry = RegistryStore::Open(store.Folder() / "settings.hive", {}, trouble);
+        ASSERT_EQ(trouble, "");
+        state.emplace(std::make_shared<zentrel::EmbeddedTransport>(folder, "here"), *registry);
+        state->settings.RememberLastServer = false;
+        state->first.emplace();
         window = std::make_unique<frmMain>(*state, Desktop{boxes, pump, pointer});
     }
 
@@ -88,6 +95,7 @@ public:
     ScriptedBoxes boxes;
     ScriptedPump pump;
     QtScreenPointer pointer;
+    std::unique_ptr<RegistryStore> registry;
     std::optional<ProcessState> state;
     std::unique_ptr<frmMain> window;
 };

@@ -68,9 +68,7 @@ TEST_F(frmMainTest, ScansTheChosenSitesAlone)
 {
     FillStore();
     Open(store.Folder());
-    state->selectsAllSites = false;
-    state->settings.Sites.Add(77);
-    state->settings.Sites.Add(2);
+    state->first->sites = {{77, 2}};
     window->Display();
     EXPECT_EQ(TreeText(), "Internet Information Services\n Empty (nothing cached)\n");
     EXPECT_EQ(LabelText("lblTopStrip"), "here - Local - 2 web sites");

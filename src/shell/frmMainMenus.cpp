@@ -1,0 +1,112 @@
+// The main window's menus. The views that can be hidden are named here and nowhere else.
+#include "shell/frmMain.h"
+
+#include <QMenuBar>
+
+namespace {
+
+bool IsUrl(NodeKind kind)
+{
+    return kind == NodeKind::File || kind == NodeKind::MultiFile;
+}
+
+void AddSeparator(QMenu* menu, const char* name)
+{
+    menu->addSeparator()->setObjectName(QLatin1String(name));
+}
+
+}  // namespace
+
+QMenu* frmMain::AddMenu(QMenu* parent, const char* name, const QString& caption)
+{
+    auto* const menu = parent == nullptr ? menuBar()->addMenu(caption) : parent->addMenu(caption);
+    menu->setObjectName(QLatin1String(name));
+    return menu;
+}
+
+QAction* frmMain::AddCommand(QWidget* holder, const char* name, const QString& caption,
+                             std::function<void()> command)
+{
+    auto* const action = new QAction(caption, holder);
+    action->setObjectName(QLatin1String(name));
+    connect(action, &QAction::triggered, this, [run = std::move(command)] { run(); });
+    holder->addAction(action);
+    return action;
+}
+
+QAction* frmMain::AddView(QMenu* menu, const char* name, const QString& caption)
+{
+    auto* const item = menu->addAction(caption);
+    item->setObjectName(QLatin1String(name));
+    item->setCheckable(true);
+    item->setChecked(true);
+    return item;
+}
+
+void frmMain::BuildMenuBar()
+{
+    BuildFileMenu();
+    BuildViewMenu();
+    BuildToolsMenu();
+}
+
+void frmMain::BuildFileMenu()
+{
+    auto* const menu = AddMenu(nullptr, "mnuFile", tr("&File"));
+    AddCommand(menu, "mnuFile_Connect", tr("&Connect..."), [this] {
+        SelectSites(true);
+    })->setShortcut(Qt::Key_F4);
+    AddCommand(menu, "mnuFile_Sites", tr("&Select web sites..."), [this] {
+        SelectSites(false);
+    })->setShortcut(Qt::CTRL | Qt::Key_F4);
+    AddSeparator(menu, "mnuFile_Sep1");
+    AddCommand(menu, "mnuFile_Rescan", tr("&Rescan IIS"), [this] { Rescan(); })->setShortcut(Qt::Key_F5);
+    AddCommand(menu, "mnuFile_ExpandAll", tr("&Expand all nodes"), [this] {
+        ExpandAll();
+    })->setShortcut(Qt::Key_F6);
+    AddSeparator(menu, "mnuFile_Sep2");
+    AddCommand(menu, "mnuFile_Exit", tr("&Exit"), [this] { Exit(); });
+}
+
+void frmMain::BuildViewMenu()
+{
+    auto* const menu = AddMenu(nullptr, "mnuView", tr("&View"));
+    auto* const toolbars = AddMenu(menu, "mnuView_Toolbars", tr("&Toolbars"));
+    auto* const toolbar = AddView(toolbars, "mnuToolbars_Main", tr("&Standard"));
+    toolbar->setShortcut(Qt::CTRL | Qt::Key_T);
+    auto* const statusBar = AddView(menu, "mnuView_StatusBar", tr("Status &Bar"));
+    statusBar->setShortcut(Qt::CTRL | Qt::Key_B);
+    auto* const toolTips = AddView(menu, "mnuView_ToolTips", tr("&Summary Tooltips"));
+    m_views = {{"ViewToolbar", toolbar, [this](bool isShown) { Toolbar->setVisible(isShown); }},
+               {"ViewStatusBar", statusBar, [this](bool isShown) { StatusBar->setVisible(isShown); }},
+               {"ViewTooltips", toolTips, [](bool) {}}};
+    toolTips->setVisible(false);  // as long as nothing has such tips; its state is kept all the same
+    for (const auto& row : m_views)
+        connect(row.item, &QAction::triggered, this, [this, &row](bool isShown) { ShowView(row, isShown); });
+}
+
+void frmMain::BuildToolsMenu()
+{
+    auto* const menu = AddMenu(nullptr, "mnuTools", tr("&Tools"));
+    auto* const refresh = AddMenu(menu, "mnuTools_AutoUpdateStats", tr("&Auto-refresh statistics"));
+    tmrStats = new AutoRefresh(refresh);
+    refresh->menuAction()->setVisible(false);  // as long as there are no statistics to refresh
+    AddCommand(menu, "mnuTools_Save", tr("&Save position"), [this] { SavePosition(); });
+    AddCommand(menu, "mnuTools_Options", tr("&Options..."), [this] { ShowOptions(); });
+}
+
+void frmMain::BuildPopUp()
+{
+    mnuPopUp_Tree->setObjectName(QStringLiteral("mnuPopUp_Tree"));
+    AddCommand(mnuPopUp_Tree, "mnuPopUp_Refresh", tr("&Refresh"), [this] { RefreshFileNode(); });
+    AddSeparator(mnuPopUp_Tree, "mnuPopUp_Sep2");
+    AddCommand(mnuPopUp_Tree, "mnuPopUp_Rescan", tr("Rescan &IIS"), [this] { Rescan(); });
+}
+
+void frmMain::ShowPopUp(const QPoint& globalPlace)
+{
+    const auto node = SelectedNode();
+    const bool isUrl = node != kNoNode && IsUrl(m_state.contents.tree.Kind(node));
+    mnuPopUp_Tree->findChild<QAction*>(QStringLiteral("mnuPopUp_Refresh"))->setEnabled(isUrl);
+    mnuPopUp_Tree->popup(globalPlace);
+}

@@ -1,0 +1,127 @@
+#include "cache/FileTypeList.h"
+
+#include "contracts/MessagePump.h"
+#include "contracts/WaitCursor.h"
+#include "controls/ActivePanel.h"
+#include "controls/modSystemImageList.h"
+
+#include <gtest/gtest.h>
+
+#include <QAbstractItemModelTester>
+#include <QElapsedTimer>
+#include <QHeaderView>
+#include <QTest>
+
+namespace {
+
+class FileTypeListTest : public testing::Test, protected ScreenPointer, protected MessagePump {
+protected:
+    FileTypeListTest()
+    {
+        panel.resize(400, 200);
+        icons.AttachSystemImageList(list);
+    }
+    int Get() const override { return pointer; }
+    void Set(int value) override { pointer = value; }
+    void Run() override { busyRuns += pointer == Hourglass; }
+
+    void Add(const std::string& extension, int count, double size)
+    {
+        auto& type = table.Find(extension);
+        type.Count = count;
+        type.CompressedSize = size;
+        type.UncompressedSize = 4 * size;
+    }
+
+    QString Order() const
+    {
+        QString order;
+        for (int row = 0; row < list.model()->rowCount(); ++row)
+            order += list.model()->index(row, 0).data().toString() + ' ';
+        return order;
+    }
+
+    void ClickHeader(int column)
+    {
+        auto* const header = list.header();
+        const QPoint at(header->sectionViewportPosition(column) + 5, header->height() / 2);
+        QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, at);
+    }
+
+    int pointer = Default, busyRuns = 0;
+    FileTypeTable table;
+    modSystemImageList icons;
+    ActivePanel panel;
+    FileTypeList list{panel, {*this, *this, icons}, FormatLocale{}};
+};
+
+TEST_F(FileTypeListTest, ShowsARowForEachTypeAndSorts)
+{
+    const QAbstractItemModelTester tester(list.model(),
+                                          QAbstractItemModelTester::FailureReportingMode::Fatal);
+    for (const auto& [extension, count, size] :
+         {std::tuple("html", 9, 900.0), {"png", 10, 2048.0}, {"no-such", 100, 1e9}})
+        Add(extension, count, size);
+    list.FillFileTypes(table);
+    panel.show();
+    panel.grab();
+    EXPECT_EQ(list.objectName(), "lstFileTypes");
+    QString captions;
+    for (int column = 0; column < 5; ++column)
+        captions += list.model()->headerData(column, Qt::Horizontal).toString() + '|';
+    EXPECT_EQ(captions, "Ext|Count|Comp|Uncomp|Ratio (%)|");
+    const auto icon = [&](int row) {
+        return list.model()->index(row, 0).data(Qt::DecorationRole).value<QIcon>().cacheKey();
+    };
+    const auto png = icons.SystemImageList(1)->Icon(icons.IconIndex(".png", 1)).cacheKey();
+    EXPECT_EQ(icon(1), png);
+    EXPECT_NE(icon(0), png);
+
+    list.setCurrentIndex(list.model()->index(1, 0));
+    ClickHeader(1);
+    EXPECT_EQ(Order(), "html png no-such ");
+    ClickHeader(1);
+    EXPECT_EQ(Order(), "no-such png html ");
+    ClickHeader(2);
+    QTest::keyClick(&list, Qt::Key_1, Qt::ControlModifier);
+    EXPECT_EQ(Order(), "html no-such png ");
+    EXPECT_EQ(list.header()->sortIndicatorSection(), 0);
+    EXPECT_EQ(icon(2), png) << "icons move with their rows";
+    EXPECT_EQ(list.currentIndex().row(), 2);
+    EXPECT_EQ(busyRuns, 4);
+    EXPECT_EQ(pointer, Default);
+    list.Clear();
+    EXPECT_EQ(list.model()->rowCount(), 0);
+    modSystemImageList::DetachSystemImageList(list);
+}
+
+TEST_F(FileTypeListTest, FillsItsPanel)
+{
+    for (const QSize size : {QSize(300, 150), QSize(1, 1), QSize(640, 480)}) {
+        panel.resize(size);
+        panel.grab();
+        EXPECT_NEAR(list.width(), panel.Surface().width(), 1);
+        EXPECT_NEAR(list.height(), std::max(0, panel.Surface().height() - 19), 1);
+    }
+    EXPECT_FALSE(panel.AutoScroll() || panel.ShowScrollBars());
+}
+
+TEST_F(FileTypeListTest, TakesTenThousandTypes)
+{
+    for (int i = 0; i < 10'000; ++i) Add("t" + std::to_string(i * 7919 % 10'000), i % 977 + 1, 1.37 * i * i);
+    panel.show();
+    QElapsedTimer clock;
+    const auto spend = [&](const char* what, const auto& work) {
+        clock.start();
+        work();
+        panel.grab();
+        RecordProperty(what, static_cast<int>(clock.elapsed()));
+        EXPECT_LT(clock.elapsed(), 1000) << what;  // ten times what is meant, for slow and busy machines
+    };
+    spend("fill", [&] { list.FillFileTypes(table); });
+    for (const auto* const column : {"0", "1", "2", "3", "4"})
+        spend(column, [&] { list.ColumnClick(*column - '0'); });
+    EXPECT_EQ(list.model()->rowCount(), 10'000);
+}
+
+}  // namespace

@@ -1,0 +1,250 @@
+#include "shell/WindowRig.h"
+#include "shell/frmOptions.h"
+
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTabWidget>
+
+namespace {
+
+constexpr const char* kRefusal =
+    "Quillet Options: 'Remember last servers' value must be a number in 0..200 range";
+
+class frmOptionsTest : public testing::Test {
+public:
+    frmOptionsTest() { Open(); }
+
+    void Open()
+    {
+        dialog = std::make_unique<frmOptions>(settings, boxes);
+        dialog->show();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(dialog.get()));
+    }
+
+    template <class Control>
+    Control* Find(const char* name)
+    {
+        auto* const found = dialog->findChild<Control*>(QLatin1String(name));
+        EXPECT_NE(found, nullptr) << name;
+        return found;
+    }
+
+    void Click(const char* name) { QTest::mouseClick(Find<QAbstractButton>(name), Qt::LeftButton); }
+    void Press(int key, Qt::KeyboardModifiers with = Qt::NoModifier)
+    {
+        QTest::keyClick(dialog->focusWidget(), static_cast<Qt::Key>(key), with);
+    }
+    std::string Page() { return Tabs()->tabText(Tabs()->currentIndex()).toStdString(); }
+    QTabWidget* Tabs() { return Find<QTabWidget>("tabOptions"); }
+    QLineEdit* Box() { return Find<QLineEdit>("txtLastServers"); }
+
+    // Types a text into the box for the number, where the focus then is.
+    void Type(const char* text)
+    {
+        Tabs()->setCurrentIndex(1);
+        Box()->setFocus();
+        Box()->selectAll();
+        QTest::keyClicks(Box(), QLatin1String(text));
+        if (*text == '\0') Press(Qt::Key_Delete);
+    }
+
+    Settings settings;
+    ScriptedBoxes boxes;
+    std::unique_ptr<frmOptions> dialog;
+};
+
+TEST_F(frmOptionsTest, ShowsTheSettingsAndApplyCopiesThemBack)
+{
+    const struct {
+        bool remembers, asks;
+        const char* option;
+        bool asksAfterwards;
+    } starts[] = {{false, false, "optOnStart(0)", false},
+                  {false, true, "optOnStart(0)", false},
+                  {true, false, "optOnStart(1)", false},
+                  {true, true, "optOnStart(2)", true}};
+    int step = 0;
+    for (const auto& start : starts) {
+        settings = Settings();
+        settings.RememberLastServer = start.remembers;
+        settings.StartConnectDialog = start.asks;
+        settings.RememberServers = 66 * step;
+        settings.StartRemoteReg = static_cast<RemoteRegPolicy>(step % 3);
+        bool* const switches[] = {&settings.SaveWindowPos, &settings.SavePanels, &settings.SaveView,
+                                  &settings.SaveAutoStats};
+        *switches[step] = false;
+        Open();
+        EXPECT_TRUE(Find<QRadioButton>(start.option)->isChecked());
+        EXPECT_EQ(Box()->text().toInt(), 66 * step);
+        EXPECT_TRUE(Find<QRadioButton>(("optRemReg(" + std::to_string(step % 3) + ")").c_str())->isChecked());
+
+        Settings shown = settings;
+        settings = Settings();
+        Click("cmdApply");
+        EXPECT_TRUE(dialog->isVisible());
+        EXPECT_EQ(settings.RememberLastServer, shown.RememberLastServer);
+        EXPECT_EQ(settings.StartConnectDialog, start.asksAfterwards);
+        EXPECT_EQ(settings.RememberServers, shown.RememberServers);
+        EXPECT_EQ(settings.StartRemoteReg, shown.StartRemoteReg);
+        for (int i = 0; i < 4; ++i) EXPECT_EQ(*switches[i], i != step);
+        ++step;
+    }
+    EXPECT_TRUE(boxes.shown.empty());
+}
+
+TEST_F(frmOptionsTest, OkTakesWhatTheUserChose)
+{
+    EXPECT_TRUE(dialog->focusWidget() == Find<QRadioButton>("optOnStart(2)"));
+    Press(Qt::Key_L, Qt::AltModifier);
+    QTest::qWait(150);  // a mnemonic shows the button pressed for a moment
+    Type(" 200 ");
+    Press(Qt::Key_N, Qt::AltModifier);
+    QTest::qWait(150);
+    Press(Qt::Key_Tab, Qt::ControlModifier);
+    for (const char* box : {"chkSaveWnd", "chkSaveAutoStats"}) Find<QCheckBox>(box)->click();
+    Press(Qt::Key_Return);
+    EXPECT_FALSE(dialog->isVisible());
+    EXPECT_EQ(dialog->result(), QDialog::Accepted);
+    EXPECT_TRUE(settings.RememberLastServer && !settings.StartConnectDialog);
+    EXPECT_EQ(settings.RememberServers, 200);
+    EXPECT_EQ(settings.StartRemoteReg, RemoteRegPolicy::Never);
+    EXPECT_FALSE(settings.SaveWindowPos || settings.SaveAutoStats);
+    EXPECT_TRUE(settings.SavePanels && settings.SaveView);
+    EXPECT_TRUE(boxes.shown.empty());
+}
+
+TEST_F(frmOptionsTest, CtrlTabGoesRoundThePages)
+{
+    for (const char* page : {"Servers", "Other", "Startup"}) {
+        Press(Qt::Key_Tab, Qt::ControlModifier);
+        EXPECT_EQ(Page(), page);
+    }
+    Find<QPushButton>("cmdApply")->setFocus();  // below the pages
+    Press(Qt::Key_Tab, Qt::ControlModifier);
+    EXPECT_EQ(Page(), "Servers");
+}
+
+TEST_F(frmOptionsTest, TheKeyboardLeadsToTheChosenOption)
+{
+    const auto leads = [this](const char* option) {
+        Tabs()->setCurrentIndex(1);
+        Box()->setFocus();
+        Press(Qt::Key_Tab);
+        EXPECT_EQ(dialog->focusWidget()->objectName().toStdString(), option);
+        Box()->setFocus();
+        Press(Qt::Key_S, Qt::AltModifier);
+        EXPECT_EQ(dialog->focusWidget()->objectName().toStdString(), option);
+    };
+    leads("optRemReg(2)");
+    Press(Qt::Key_Down);
+    leads("optRemReg(1)");
+    Click("optRemReg(0)");
+    leads("optRemReg(0)");
+    Tabs()->setCurrentIndex(0);
+    EXPECT_TRUE(dialog->focusWidget() == Find<QRadioButton>("optOnStart(2)"));
+}
+
+TEST_F(frmOptionsTest, AWrongNumberIsRefusedOnceHoweverTheBoxIsLeft)
+{
+    const std::pair<const char*, std::function<void()>> ways[] = {
+        {"Tab", [this] { Press(Qt::Key_Tab); }},
+        {"Shift+Tab", [this] { Press(Qt::Key_Backtab, Qt::ShiftModifier); }},
+        {"Ctrl+Tab", [this] { Press(Qt::Key_Tab, Qt::ControlModifier); }},
+        {"another page", [this] { Tabs()->setCurrentIndex(2); }},
+        {"a button's mnemonic", [this] { Press(Qt::Key_N, Qt::AltModifier); }},
+        {"another control", [this] { Click("optRemReg(0)"); }},
+        {"Enter", [this] { Press(Qt::Key_Return); }},
+        {"OK", [this] { Click("cmdOK"); }},
+        {"Apply", [this] { Click("cmdApply"); }},
+        {"OK held down",
+         [this] {
+             QTest::mousePress(Find<QPushButton>("cmdOK"), Qt::LeftButton);
+             QTest::qWait(1);
+             QTest::mouseRelease(Find<QPushButton>("cmdOK"), Qt::LeftButton);
+         }},
+        {"Apply's mnemonic", [this] { Press(Qt::Key_A, Qt::AltModifier); }},
+        {"Apply's mnemonic alone",
+         [this] {
+             Find<QRadioButton>("optRemReg(1)")->setText(QStringLiteral("Automatically"));
+             Press(Qt::Key_A, Qt::AltModifier);
+         }},
+    };
+    for (const auto& [way, leave] : ways) {
+        SCOPED_TRACE(way);
+        Open();
+        Type("201");
+        leave();
+        QTest::qWait(150);
+        EXPECT_EQ(boxes.shown, std::vector<std::string>{kRefusal});
+        EXPECT_TRUE(dialog->isVisible() && Box()->hasFocus());
+        EXPECT_EQ(Page(), "Servers");
+        EXPECT_EQ(settings.RememberServers, 10);
+        boxes.shown.clear();
+    }
+    for (const char* wrong : {"", "-1", "ten", "1.5"}) {
+        Type(wrong);
+        EXPECT_FALSE(dialog->Apply()) << wrong;
+    }
+    EXPECT_EQ(boxes.shown.size(), 4U);
+}
+
+TEST_F(frmOptionsTest, NoSecondMessageComesUpBesideTheFirst)
+{
+    struct BusyBoxes : MessageBoxes {
+        BoxAnswer Show(const std::string&, BoxStyle, const std::string&) override
+        {
+            ++shown;
+            EXPECT_FALSE(dialog->Apply());
+            return BoxAnswer::Ok;
+        }
+
+        frmOptions* dialog = nullptr;
+        int shown = 0;
+    } busy;
+    frmOptions other(settings, busy);
+    busy.dialog = &other;
+    other.findChild<QLineEdit*>(QStringLiteral("txtLastServers"))->clear();
+    EXPECT_FALSE(other.Apply());
+    EXPECT_EQ(busy.shown, 1);
+}
+
+TEST_F(frmOptionsTest, CancellingNeitherComplainsNorCopies)
+{
+    const std::function<void()> ways[] = {
+        [this] { Click("cmdCancel"); },
+        [this] { Press(Qt::Key_Escape); },
+        [this] { dialog->close(); },
+        [this] {
+            Find<QPushButton>("cmdCancel")->setFocus();
+            QTest::qWait(1);
+            Press(Qt::Key_Space);
+        },
+    };
+    for (const auto& cancel : ways) {
+        Open();
+        Find<QCheckBox>("chkSaveView")->setChecked(false);
+        Type("ten");
+        cancel();
+        QTest::qWait(1);
+        EXPECT_FALSE(dialog->isVisible());
+        EXPECT_EQ(dialog->result(), QDialog::Rejected);
+        EXPECT_TRUE(settings.SaveView);
+    }
+    EXPECT_TRUE(boxes.shown.empty());
+}
+
+// The window loses the focus to another one while the box holds half a number: that is not leaving it.
+TEST_F(frmOptionsTest, AnotherWindowMayComeToTheFront)
+{
+    Type("ten");
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&other));
+    QTest::qWait(1);
+    EXPECT_TRUE(boxes.shown.empty());
+}
+
+}  // namespace
