@@ -23,7 +23,7 @@ public:
     }
     BenchWindow(std::shared_ptr<zentrel::Transport> transport, MessagePump& pump)
         : registry(RegistryStore::Open({}, {}, trouble)),
-          state(std::move(transport), *registry),
+          state(transport, transport, *registry),
           window(state, {*this, pump, pointer})
     {
         state.settings.Sites.Add(1);

@@ -51,7 +51,8 @@ int ProbeStart(bool isMinimal, int argc, char** argv)
     QtScreenPointer pointer;
     std::string trouble;
     const auto registry = RegistryStore::Open({}, {}, trouble);
-    ProcessState state(std::make_shared<zentrel::EmbeddedTransport>("/nonexistent", "bench"), *registry);
+    const auto servers = std::make_shared<zentrel::EmbeddedTransport>("/nonexistent", "bench");
+    ProcessState state(servers, servers, *registry);
     frmMain window(state, {boxes, pump, pointer});
     return TellPainted(window);
 }

@@ -52,6 +52,7 @@ Splitter::Splitter(const QString& objectName, QWidget* parent)
     setObjectName(objectName);
     for (const int index : {1, 2}) {
         Placeholder(index)->setObjectName(QStringLiteral("lblFrame(%1)").arg(index));
+        m_placeholders[static_cast<std::size_t>(index - 1)]->setTextFormat(Qt::PlainText);
         Placeholder(index)->hide();
     }
     ApplyColors();

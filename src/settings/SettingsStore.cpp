@@ -157,6 +157,13 @@ void SettingsStore::SaveRefreshInterval(std::int32_t interval)
     SettingsKey(m_registry).SetNumber(kRefresh, interval);
 }
 
+void SettingsStore::SavePanels(std::span<const std::byte, 8> places)
+{
+    std::vector<std::uint8_t> bytes;
+    for (const auto place : places) bytes.push_back(std::to_integer<std::uint8_t>(place));
+    SettingsKey(m_registry).SetBytes("Panels", std::move(bytes));
+}
+
 bool SettingsStore::LoadView(std::string_view setting) const
 {
     return SettingsKey(m_registry).Flag(setting, true);

@@ -4,7 +4,9 @@
 #include "settings/Settings.h"
 #include "settings/WindowPlacement.h"
 
+#include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string_view>
 
 // Where the program keeps its settings: one key of the current user. Reading never fails: what is missing,
@@ -28,6 +30,8 @@ public:
     // Milliseconds, 0 for no refresh; the current interval when none is stored.
     std::int32_t LoadRefreshInterval(std::int32_t current) const;
     void SaveRefreshInterval(std::int32_t interval);
+
+    void SavePanels(std::span<const std::byte, 8> places);  // nothing reads it back
 
     // Is a part of the window shown? By the name of its setting, for example "ViewToolbar".
     bool LoadView(std::string_view setting) const;

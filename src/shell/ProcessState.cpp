@@ -14,7 +14,8 @@ Settings LoadSettings(SettingsStore& store)
 
 }  // namespace
 
-ProcessState::ProcessState(std::shared_ptr<zentrel::Transport> servers, RegistryStore& registry)
+ProcessState::ProcessState(std::shared_ptr<zentrel::Transport> servers,
+                           std::shared_ptr<zentrel::Transport> counterServers, RegistryStore& registry)
     : locale(ReadUserLocale()),
       contents(locale),
       computerName(ComputerName()),
@@ -22,6 +23,10 @@ ProcessState::ProcessState(std::shared_ptr<zentrel::Transport> servers, Registry
       settings(LoadSettings(settingsStore)),
       transport(std::move(servers)),
       server(transport),
-      cache(transport)
+      cache(transport),
+      counterSource(std::move(counterServers)),
+      performanceData(counterSource),
+      counters(performanceData),
+      counterList(MakeCounterList())
 {
 }

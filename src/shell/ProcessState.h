@@ -2,6 +2,9 @@
 
 #include "cache/CacheScan.h"
 #include "settings/SettingsStore.h"
+#include "stats/CounterList.h"
+#include "stats/ZentrelCounters.h"
+#include "stats/modPerfCntr.h"
 #include "zentrel/Admin.h"
 
 #include <cstdint>
@@ -18,8 +21,10 @@ struct FirstConnection {
 
 // What lives as long as the process, in the order in which it is made. Main creates it and hands it down.
 struct ProcessState {
-    // Creates the settings key and loads the settings. `registry` must outlive this.
-    ProcessState(std::shared_ptr<zentrel::Transport> servers, RegistryStore& registry);
+    // Creates the settings key and loads the settings. `registry` must outlive this. The counters are read
+    // over a transport of their own, whose deadlines fit ZentrelCounters.
+    ProcessState(std::shared_ptr<zentrel::Transport> servers,
+                 std::shared_ptr<zentrel::Transport> counterServers, RegistryStore& registry);
 
     FormatLocale locale;
     CacheContents contents;  // the file type table, and what else a scan fills
@@ -32,4 +37,9 @@ struct ProcessState {
     zentrel::ServerAdmin server;
     zentrel::CacheAdmin cache;
     StopFlag stop;
+
+    ZentrelCounters counterSource;
+    PerformanceData performanceData;
+    modPerfCntr counters;
+    CounterList counterList;
 };

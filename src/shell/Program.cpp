@@ -18,7 +18,9 @@
 #include "zentrel/remote/ServerDirectory.h"
 
 #include <QApplication>
+#include <QEventLoop>
 #include <QFileInfo>
+#include <QTimer>
 
 #include <csignal>
 #include <iostream>
@@ -26,6 +28,7 @@
 namespace {
 
 constexpr int kFailed = 1;
+constexpr int kSettling = 100;  // milliseconds
 constexpr QSize kPictureSize(1000, 700);
 constexpr const char* kPictureName = "quillet-screenshot.png";
 constexpr const char* kKnownServersName = "servers.conf";
@@ -40,13 +43,22 @@ bool HasDisplay()
 }
 
 // This machine's service by its usual names, and all other servers by theirs.
-std::shared_ptr<zentrel::Transport> EveryServer(std::shared_ptr<zentrel::Transport> embedded,
-                                                std::vector<std::filesystem::path> sockets)
+struct Transports {
+    std::shared_ptr<zentrel::Transport> servers;
+    std::shared_ptr<zentrel::Transport> counters;  // with less patience
+};
+
+Transports EveryServer(const std::shared_ptr<zentrel::Transport>& embedded,
+                       const std::vector<std::filesystem::path>& sockets)
 {
     auto known = DefaultConfigFolder();
     if (!known.empty()) known /= kKnownServersName;
-    return std::make_shared<zentrel::ServerDirectory>(
-        std::move(embedded), zentrel::ServerPlaces{std::move(sockets), std::move(known)}, PaintWhileWaiting);
+    const zentrel::ServerPlaces places{sockets, known};
+    zentrel::Deadlines soon;
+    soon.connect = ZentrelCounters::kConnecting;
+    soon.read = ZentrelCounters::kReading;
+    return {std::make_shared<zentrel::ServerDirectory>(embedded, places, PaintWhileWaiting),
+            std::make_shared<zentrel::ServerDirectory>(embedded, places, PaintWhileWaiting, soon)};
 }
 
 // The server that --demo makes, with its visitors, and the signals that end the program in good order.
@@ -61,7 +73,7 @@ public:
         return {};
     }
 
-    std::shared_ptr<zentrel::Transport> Transport() const
+    Transports Servers() const
     {
         return EveryServer(std::make_shared<zentrel::EmbeddedTransport>(m_demo->Service(), ComputerName()),
                            {});
@@ -122,7 +134,9 @@ int WritePicture(frmMain& window, const std::filesystem::path& file)
 {
     window.resize(kPictureSize);
     window.ExpandAll();
-    QCoreApplication::processEvents();
+    QEventLoop settle;  // the status text follows at its own pace
+    QTimer::singleShot(kSettling, &settle, &QEventLoop::quit);
+    settle.exec();
     const auto name = QString::fromStdString(file.string());
     if (!window.grab().save(name, "PNG")) {
         std::cerr << "quillet: cannot write the picture to " << file.string() << '\n';
@@ -132,11 +146,11 @@ int WritePicture(frmMain& window, const std::filesystem::path& file)
     return 0;
 }
 
-int RunWindow(const StartOptions& options, std::shared_ptr<zentrel::Transport> transport, DemoServer* demo)
+int RunWindow(const StartOptions& options, const Transports& transports, DemoServer* demo)
 {
     const SettingsFile settings(options);
     const auto registry = settings.Open();
-    ProcessState state(std::move(transport), *registry);
+    ProcessState state(transports.servers, transports.counters, *registry);
     state.first = FirstOf(options, *state.transport);
     QtMessageBoxes windows;
     ConsoleBoxes console(std::cerr);
@@ -185,5 +199,5 @@ int RunProgram(StartOptions options, char* programName)
         std::cerr << "quillet: " << started.error().description << '\n';
         return kFailed;
     }
-    return RunWindow(options, demo->Transport(), &*demo);
+    return RunWindow(options, demo->Servers(), &*demo);
 }

@@ -42,15 +42,17 @@ frmMain::frmMain(ProcessState& state, const Desktop& desktop)
       StatusBar(new StatusPanels(this)),
       TopStrip(new QFrame(this)),
       lblTopStrip(new PlainLabel(QStringLiteral("lblTopStrip"), tr("Server"), TopStrip)),
-      spltMain(new QFrame(this)),
+      spltMain(new Splitter(QStringLiteral("spltMain"), this)),
       trvFiles(new CacheTreeView(spltMain)),
       mnuPopUp_Tree(new QMenu(this)),
       m_state(state),
       m_desktop(desktop),
       m_scan(state.server, state.cache, {*this, *this, desktop.boxes, desktop.pump, desktop.pointer},
              state.stop, state.contents),
-      m_connection(state.server, state.cache, state.settings,
-                   {*this, *this, desktop.boxes, desktop.pump, desktop.pointer, state.transport.get()}),
+      m_info(*spltMain, *trvFiles, state, desktop, [this] { return Caption(); }),
+      m_connection(
+          state.server, state.cache, state.settings,
+          {*this, *this, desktop.boxes, desktop.pump, desktop.pointer, state.transport.get(), &m_info}),
       m_selection(state.transport, state.server, state.computerName, state.settings,
                   {desktop.boxes, desktop.pointer}),
       m_placer(*this)
@@ -110,9 +112,11 @@ void frmMain::Unload()
     const auto& settings = m_state.settings;
     ForgetContents();
     if (settings.SaveWindowPos) store.SavePlacement(m_placer.Read(), tmrStats->Interval());
+    if (settings.SavePanels) store.SavePanels(m_info.PanelLayout());
     if (settings.SaveView) SaveViews();
     if (settings.SaveAutoStats) store.SaveRefreshInterval(tmrStats->Interval());
     tmrStats->SetEnabled(false);
+    m_info.CloseQuery();
     store.Save(settings);
     m_isUnloaded = true;
 }
@@ -189,9 +193,18 @@ void frmMain::ConnectToServer()
 
 void frmMain::Rescan()
 {
-    if (m_isClosing) return;
+    if (m_isClosing || m_scan.IsBusy() || m_connection.IsBusy() || !IsConnected()) return;
     const Operation running(*this);
     m_scan.Rescan(m_state.settings.Sites.Slots(), m_connection.IsConnected());
+    UpdatePerfSummary();
+}
+
+// Lets messages run: those may close the window.
+void frmMain::UpdatePerfSummary()
+{
+    if (m_isClosing) return;
+    const Operation running(*this);
+    m_info.UpdatePerfSummary();
 }
 
 void frmMain::LoadInfo2()
@@ -216,7 +229,11 @@ void frmMain::RefreshFileNode()
 {
     if (m_isClosing || !IsConnected()) return;
     const Operation running(*this);
-    m_scan.RefreshFileNode(SelectedNode());
+    const auto node = SelectedNode();
+    if (node == kNoNode) return;
+    m_scan.RefreshFileNode(node);
+    m_info.SetCacheInfo();
+    m_info.ShowNode(node);
 }
 
 void frmMain::Stop()
@@ -228,6 +245,7 @@ void frmMain::SavePosition()
 {
     auto& store = m_state.settingsStore;
     store.SavePlacement(m_placer.Read(), tmrStats->Interval());
+    store.SavePanels(m_info.PanelLayout());
     SaveViews();
     store.SaveRefreshInterval(tmrStats->Interval());
 }
@@ -274,12 +292,14 @@ void frmMain::ShowTree()
 void frmMain::ForgetContents()
 {
     m_model.SetTree(nullptr);
+    m_info.ClearInfo();
 }
 
 void frmMain::ShowContents()
 {
     m_model.SetTree(&m_state.contents.tree);
     trvFiles->expand(m_model.index(0, 0));
+    m_info.ShowContents();
 }
 
 NodeId frmMain::SelectedNode() const

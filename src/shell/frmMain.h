@@ -6,6 +6,7 @@
 #include "server/ConnectRoutine.h"
 #include "server/SelectSites.h"
 #include "shell/AutoRefresh.h"
+#include "shell/InfoArea.h"
 #include "shell/ProcessState.h"
 #include "shell/StatusPanels.h"
 #include "shell/WindowPlacer.h"
@@ -17,13 +18,6 @@
 #include <functional>
 #include <string>
 #include <vector>
-
-// What the window uses of the desktop. Tests bring their own.
-struct Desktop {
-    MessageBoxes& boxes;
-    MessagePump& pump;
-    ScreenPointer& pointer;
-};
 
 // The main window: the program's driver. It holds the controls and one collaborator for each duty, forwards
 // to them what the user does and shows what they say.
@@ -48,10 +42,11 @@ public:
     void Rescan() override;
     void LoadInfo2();
     void ExpandAll();
+    void UpdatePerfSummary();
     void RefreshFileNode();  // reads the selected URL's record again
     void Stop();             // ends a running scan after the entry in progress
     void Exit() { close(); }
-    void SavePosition();  // placement, views and interval, whatever the save switches say
+    void SavePosition();  // placement, panels, views and interval, whatever the save switches say
     void ShowOptions();
 
     // True once the window was closed. A close in the middle of an operation ends that first.
@@ -77,7 +72,7 @@ public:
     StatusPanels* const StatusBar;
     QFrame* const TopStrip;
     PlainLabel* const lblTopStrip;
-    QFrame* const spltMain;
+    Splitter* const spltMain;
     CacheTreeView* const trvFiles;
     QMenu* const mnuPopUp_Tree;
     AutoRefresh* tmrStats = nullptr;
@@ -119,12 +114,14 @@ private:
     void BuildViewMenu();
     void BuildToolsMenu();
     void BuildPopUp();
+    void AddPaneKeys();
     void ShowPopUp(const QPoint& globalPlace);
     NodeId SelectedNode() const;
 
     ProcessState& m_state;
     const Desktop m_desktop;
     CacheScan m_scan;
+    InfoArea m_info;
     ConnectRoutine m_connection;
     ServerSelection m_selection;
     CacheTreeModel m_model;

@@ -29,16 +29,14 @@ void frmMain::BuildClientArea()
     strip->addWidget(lblTopStrip);
 
     spltMain->setParent(area);
-    spltMain->setObjectName(QStringLiteral("spltMain"));
-    auto* const splitter = new QHBoxLayout(spltMain);
-    splitter->setContentsMargins({});
-    splitter->addWidget(trvFiles);
     setCentralWidget(area);
 
     trvFiles->setObjectName(QStringLiteral("trvFiles"));
     trvFiles->setAccessibleName(tr("Cached files"));
     trvFiles->setModel(&m_model);
     connect(trvFiles, &CacheTreeView::MenuWanted, this, &frmMain::ShowPopUp);
+    connect(trvFiles->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            [this](const QModelIndex& index) { m_info.ShowNode(CacheTreeModel::NodeOf(index)); });
 
     StatusBar->setObjectName(QStringLiteral("StatusBar"));
     setStatusBar(StatusBar);

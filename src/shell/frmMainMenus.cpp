@@ -2,6 +2,7 @@
 #include "shell/frmMain.h"
 
 #include <QMenuBar>
+#include <QShortcut>
 
 namespace {
 
@@ -48,6 +49,19 @@ void frmMain::BuildMenuBar()
     BuildFileMenu();
     BuildViewMenu();
     BuildToolsMenu();
+    AddPaneKeys();
+}
+
+// From pane to pane; F6 alone expands the tree.
+void frmMain::AddPaneKeys()
+{
+    const auto add = [this](const QKeySequence& key, bool isForward) {
+        connect(new QShortcut(key, this), &QShortcut::activated, this,
+                [this, isForward] { m_info.FocusPane(isForward); });
+    };
+    add(Qt::CTRL | Qt::Key_F6, true);
+    add(Qt::SHIFT | Qt::Key_F6, false);
+    add(Qt::CTRL | Qt::SHIFT | Qt::Key_F6, false);
 }
 
 void frmMain::BuildFileMenu()
@@ -76,11 +90,13 @@ void frmMain::BuildViewMenu()
     toolbar->setShortcut(Qt::CTRL | Qt::Key_T);
     auto* const statusBar = AddView(menu, "mnuView_StatusBar", tr("Status &Bar"));
     statusBar->setShortcut(Qt::CTRL | Qt::Key_B);
+    AddSeparator(menu, "mnuView_Sep2");
     auto* const toolTips = AddView(menu, "mnuView_ToolTips", tr("&Summary Tooltips"));
     m_views = {{"ViewToolbar", toolbar, [this](bool isShown) { Toolbar->setVisible(isShown); }},
                {"ViewStatusBar", statusBar, [this](bool isShown) { StatusBar->setVisible(isShown); }},
-               {"ViewTooltips", toolTips, [](bool) {}}};
-    toolTips->setVisible(false);  // as long as nothing has such tips; its state is kept all the same
+               {"ViewTooltips", toolTips, [this](bool isShown) { m_info.ShowToolTips(isShown); }}};
+    AddSeparator(menu, "mnuView_Sep1");
+    m_info.BuildPanelsMenu(*AddMenu(menu, "mnuView_Info", tr("&Panels")));
     for (const auto& row : m_views)
         connect(row.item, &QAction::triggered, this, [this, &row](bool isShown) { ShowView(row, isShown); });
 }
@@ -90,7 +106,9 @@ void frmMain::BuildToolsMenu()
     auto* const menu = AddMenu(nullptr, "mnuTools", tr("&Tools"));
     auto* const refresh = AddMenu(menu, "mnuTools_AutoUpdateStats", tr("&Auto-refresh statistics"));
     tmrStats = new AutoRefresh(refresh);
-    refresh->menuAction()->setVisible(false);  // as long as there are no statistics to refresh
+    connect(tmrStats, &AutoRefresh::Due, this, &frmMain::UpdatePerfSummary);
+    m_info.UseTimer([this](bool isEnabled) { tmrStats->SetEnabled(isEnabled); });
+    AddSeparator(menu, "mnuTools_Sep3");
     AddCommand(menu, "mnuTools_Save", tr("&Save position"), [this] { SavePosition(); });
     AddCommand(menu, "mnuTools_Options", tr("&Options..."), [this] { ShowOptions(); });
 }

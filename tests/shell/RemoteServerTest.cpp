@@ -285,7 +285,7 @@ TEST_F(RemoteServer, KilledInAScanLeavesWhatWasFoundAndCanBeReachedAgain)
     Start();
     std::string trouble;
     const auto registry = RegistryStore::Open(Path("settings.hive"), {}, trouble);
-    ProcessState state(Servers(), *registry);
+    ProcessState state(Servers(), Servers(), *registry);
     state.settings.StartRemoteReg = RemoteRegPolicy::Never;
     state.first.emplace();
     state.first->server = "web01";

@@ -60,7 +60,8 @@ public:
         std::string trouble;
         registry = RegistryStore::Open(store.Folder() / "settings.hive", {}, trouble);
         ASSERT_EQ(trouble, "");
-        state.emplace(std::make_shared<zentrel::EmbeddedTransport>(folder, "here"), *registry);
+        const auto servers = std::make_shared<zentrel::EmbeddedTransport>(folder, "here");
+        state.emplace(servers, servers, *registry);
         state->settings.RememberLastServer = false;
         state->first.emplace();
         window = std::make_unique<frmMain>(*state, Desktop{boxes, pump, pointer});
