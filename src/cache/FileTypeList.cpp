@@ -3,6 +3,7 @@
 #include "contracts/MessagePump.h"
 #include "contracts/WaitCursor.h"
 #include "controls/ActivePanel.h"
+#include "controls/PlainMarkup.h"
 #include "controls/PlainText.h"
 #include "controls/modSystemImageList.h"
 
@@ -142,6 +143,6 @@ void FileTypeList::ShowElided(const QHelpEvent& event)
     const auto index = indexAt(event.pos());
     const auto place = visualRect(index);
     if (!index.isValid() || sizeHintForIndex(index).width() <= place.width()) return QToolTip::hideText();
-    const auto plain = index.data(Qt::DisplayRole).toString().toHtmlEscaped();
-    QToolTip::showText(event.globalPos(), QStringLiteral("<span>%1</span>").arg(plain), viewport(), place);
+    const auto text = PlainMarkup(index.data(Qt::DisplayRole).toString());
+    QToolTip::showText(event.globalPos(), text, viewport(), place);
 }

@@ -3,7 +3,7 @@
 #include "controls/Images.h"
 #include "controls/PlainText.h"
 #include "server/ServerChoices.h"
-#include "server/ToolTipText.h"
+#include "controls/PlainMarkup.h"
 
 #include <QAbstractItemView>
 #include <QFocusEvent>
@@ -52,7 +52,7 @@ void ServerCombo::Offer(std::span<const ServerChoice> servers, int selected)
     for (const auto& server : servers) {
         const auto name = PlainText(server.name);
         addItem(Image(server.isLocal ? QStringLiteral("Local") : QStringLiteral("Remote")), name);
-        if (name.size() > kLongestWithoutTip) setItemData(count() - 1, ToolTipText(name), Qt::ToolTipRole);
+        if (name.size() > kLongestWithoutTip) setItemData(count() - 1, PlainMarkup(name), Qt::ToolTipRole);
     }
     setCurrentIndex(selected);
     ShowName(currentText());

@@ -1,7 +1,7 @@
 #include "server/SiteListView.h"
 
 #include "server/SiteListModel.h"
-#include "server/ToolTipText.h"
+#include "controls/PlainMarkup.h"
 
 #include <QHeaderView>
 #include <QHelpEvent>
@@ -125,5 +125,5 @@ void SiteListView::ShowElided(const QHelpEvent& event)
     const auto place = visualRect(index);
     if (!index.isValid() || sizeHintForIndex(index).width() <= place.width()) return QToolTip::hideText();
     const auto text = index.data(Qt::DisplayRole).toString();
-    QToolTip::showText(event.globalPos(), ToolTipText(text), viewport(), place);
+    QToolTip::showText(event.globalPos(), PlainMarkup(text), viewport(), place);
 }

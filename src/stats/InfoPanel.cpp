@@ -2,7 +2,7 @@
 
 #include "controls/ActivePanel.h"
 #include "controls/PlainText.h"
-#include "stats/TipMarkup.h"
+#include "controls/PlainMarkup.h"
 #include "stats/ValueBox.h"
 #include "stats/ValueLabel.h"
 

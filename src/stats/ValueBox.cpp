@@ -1,7 +1,7 @@
 #include "stats/ValueBox.h"
 
 #include "controls/PlainText.h"
-#include "stats/TipMarkup.h"
+#include "controls/PlainMarkup.h"
 
 #include <QHelpEvent>
 #include <QMouseEvent>

@@ -1,6 +1,6 @@
 #include "stats/ValueLabel.h"
 
-#include "stats/TipMarkup.h"
+#include "controls/PlainMarkup.h"
 
 #include <QHelpEvent>
 #include <QToolTip>

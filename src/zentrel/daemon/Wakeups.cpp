@@ -45,9 +45,9 @@ Wakeups::~Wakeups()
 
 void Wakeups::SetTimer(std::chrono::seconds time)
 {
-    itimerspec spec{};
-    spec.it_value.tv_sec = time.count();
-    timerfd_settime(m_timer.Get(), 0, &spec, nullptr);
+    itimerspec after{};
+    after.it_value.tv_sec = time.count();
+    timerfd_settime(m_timer.Get(), 0, &after, nullptr);
 }
 
 Wakeups::Cause Wakeups::Wait(StopSignals& signals)
