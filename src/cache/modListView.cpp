@@ -52,7 +52,7 @@ std::vector<std::size_t> Sorted(std::size_t count, modListView::SortOrder order,
         std::stable_sort(rows.begin(), rows.end(), isLess);
     else
         std::stable_sort(rows.begin(), rows.end(),
-                         [&](std::size_t left, std::size_t right) { return isLess(right, left); });
+                         [&](std::size_t one, std::size_t other) { return isLess(other, one); });
     return rows;
 }
 

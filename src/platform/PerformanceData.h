@@ -57,13 +57,13 @@ public:
     // Names are compared without regard to case. Fails as ParseCounterPath, and with NoObject, NoInstance,
     // NoCounter, InvalidHandle, Retry (the query is being read); and when the machine cannot be read with
     // CannotConnect (it lets nobody in), SenselessData, OutOfMemory, Retry (IoPending), else NoMachine.
-    PdhStatus AddCounter(QueryHandle query, std::string_view path, CounterHandle& counter);
+    PdhStatus AddCounter(QueryHandle handle, std::string_view path, CounterHandle& counter);
     // Good when any of the counters has a value now; else the first one's status, NoData without counters.
-    PdhStatus CollectQueryData(QueryHandle query);
+    PdhStatus CollectQueryData(QueryHandle handle);
     // InvalidData when the last collection brought none; `value` stays.
-    PdhStatus GetDoubleCounterValue(CounterHandle counter, double& value) const;
+    PdhStatus GetDoubleCounterValue(CounterHandle handle, double& value) const;
     // NoExplainText when it is asked for and cannot be had; `info` stays.
-    PdhStatus GetCounterInfo(CounterHandle counter, bool withExplainText, CounterInfo& info) const;
+    PdhStatus GetCounterInfo(CounterHandle handle, bool withExplainText, CounterInfo& info) const;
 
 private:
     struct Machine {

@@ -15,11 +15,11 @@ constexpr std::uint32_t kClassNotAvailable = 0x80040155;
 }  // namespace
 
 ServerSelection::ServerSelection(std::shared_ptr<zentrel::Transport> transport,
-                                 const zentrel::ServerAdmin& current, const std::string& computerName,
+                                 const zentrel::ServerAdmin& current, std::string computerName,
                                  Settings& settings, SelectionHost host, SiteReadingLimits limits)
     : m_server(std::move(transport)),
       m_current(current),
-      m_computerName(computerName),
+      m_computerName(std::move(computerName)),
       m_settings(settings),
       m_host(host),
       m_limits(limits)

@@ -47,7 +47,7 @@ class ServerSelection {
 public:
     // current: the main window's administration object. All that is given must outlive this.
     ServerSelection(std::shared_ptr<zentrel::Transport> transport, const zentrel::ServerAdmin& current,
-                    const std::string& computerName, Settings& settings, SelectionHost host,
+                    std::string computerName, Settings& settings, SelectionHost host,
                     SiteReadingLimits limits = {});
 
     // ---- the outcome of the last showing

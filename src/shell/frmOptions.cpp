@@ -48,7 +48,7 @@ frmOptions::frmOptions(Settings& settings, MessageBoxes& boxes, QWidget* parent)
       m_settings(settings),
       m_boxes(boxes),
       m_tabs(new QTabWidget(this)),
-      txtLastServers(new QLineEdit),
+      m_txtLastServers(new QLineEdit),
       m_optOnStart(new QButtonGroup(this)),
       m_optRemReg(new QButtonGroup(this))
 {
@@ -93,17 +93,17 @@ void frmOptions::BuildStartupPage()
 QLayout* frmOptions::BuildServersRow()
 {
     auto* const before = new QLabel(tr("&Remember "));
-    before->setBuddy(txtLastServers);
+    before->setBuddy(m_txtLastServers);
     auto* const after = new QLabel(tr("last accessed servers"));
-    txtLastServers->setObjectName(QStringLiteral("txtLastServers"));
-    txtLastServers->setAccessibleName(before->text().remove(u'&') + after->text());
-    txtLastServers->setFixedWidth(txtLastServers->fontMetrics().averageCharWidth() * kNumberWidth +
-                                  txtLastServers->fontMetrics().height());
-    txtLastServers->installEventFilter(this);
+    m_txtLastServers->setObjectName(QStringLiteral("txtLastServers"));
+    m_txtLastServers->setAccessibleName(before->text().remove(u'&') + after->text());
+    m_txtLastServers->setFixedWidth(m_txtLastServers->fontMetrics().averageCharWidth() * kNumberWidth +
+                                    m_txtLastServers->fontMetrics().height());
+    m_txtLastServers->installEventFilter(this);
 
     auto* const row = new QHBoxLayout;
     row->addWidget(before);
-    row->addWidget(txtLastServers);
+    row->addWidget(m_txtLastServers);
     row->addSpacing(before->fontMetrics().horizontalAdvance(u' '));  // as before the box
     row->addWidget(after);
     row->addStretch();
@@ -169,7 +169,7 @@ void frmOptions::ShowSettings()
     auto* const onStart = m_optOnStart->button(static_cast<int>(StartOptionOf(m_settings)));
     onStart->setChecked(true);
     onStart->setFocus();
-    txtLastServers->setText(QString::number(m_settings.RememberServers));
+    m_txtLastServers->setText(QString::number(m_settings.RememberServers));
     m_optRemReg->button(static_cast<int>(m_settings.StartRemoteReg))->setChecked(true);
     for (const auto& [setting, check] : m_saveSwitches) check->setChecked(m_settings.*setting);
 }
@@ -184,7 +184,7 @@ void frmOptions::SelectNextTab()
 bool frmOptions::eventFilter(QObject* watched, QEvent* event)
 {
     // Not before the new control has the focus: a message in the middle of the change would confuse both.
-    if (watched == txtLastServers && event->type() == QEvent::FocusOut)
+    if (watched == m_txtLastServers && event->type() == QEvent::FocusOut)
         QMetaObject::invokeMethod(this, &frmOptions::ServersBoxLeft, Qt::QueuedConnection);
     return QDialog::eventFilter(watched, event);
 }
@@ -192,17 +192,17 @@ bool frmOptions::eventFilter(QObject* watched, QEvent* event)
 // The focus may also have gone to another window or a menu: then it is still the box's in this window.
 void frmOptions::ServersBoxLeft()
 {
-    if (isVisible() && focusWidget() != txtLastServers && focusWidget() != m_cancel) CheckServersBox();
+    if (isVisible() && focusWidget() != m_txtLastServers && focusWidget() != m_cancel) CheckServersBox();
 }
 
 bool frmOptions::CheckServersBox()
 {
-    if (ParseRememberServers(txtLastServers->text().toStdString())) return true;
+    if (ParseRememberServers(m_txtLastServers->text().toStdString())) return true;
     if (m_isChecking) return false;  // the message is being shown
     m_isChecking = true;
     m_tabs->setCurrentWidget(m_serversPage);
-    txtLastServers->setFocus();
-    txtLastServers->selectAll();
+    m_txtLastServers->setFocus();
+    m_txtLastServers->selectAll();
     m_boxes.Show(tr("'Remember last servers' value must be a number in 0..200 range").toStdString(),
                  BoxStyle::Information, windowTitle().toStdString());
     m_isChecking = false;
@@ -213,7 +213,7 @@ bool frmOptions::Apply()
 {
     if (!CheckServersBox()) return false;
     SetStartOption(m_settings, static_cast<StartOption>(m_optOnStart->checkedId()));
-    m_settings.RememberServers = *ParseRememberServers(txtLastServers->text().toStdString());
+    m_settings.RememberServers = *ParseRememberServers(m_txtLastServers->text().toStdString());
     m_settings.StartRemoteReg = static_cast<RemoteRegPolicy>(m_optRemReg->checkedId());
     for (const auto& [setting, check] : m_saveSwitches) m_settings.*setting = check->isChecked();
     return true;

@@ -44,7 +44,7 @@ private:
     MessageBoxes& m_boxes;
 
     QTabWidget* const m_tabs;
-    QLineEdit* const txtLastServers;
+    QLineEdit* const m_txtLastServers;
     QButtonGroup* const m_optOnStart;  // by StartOption
     QButtonGroup* const m_optRemReg;   // by RemoteRegPolicy
     std::vector<std::pair<bool Settings::*, QAbstractButton*>> m_saveSwitches;

@@ -128,7 +128,7 @@ void ToolTip::Destroy()
 
 bool ToolTip::IsShown() const
 {
-    return m_balloon && m_balloon->isVisible();
+    return m_balloon != nullptr && m_balloon->isVisible();
 }
 
 void ToolTip::Describe()
