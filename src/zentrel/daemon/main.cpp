@@ -31,7 +31,7 @@ int Run(const zentrel::DaemonOptions& options)
     return ExitCode::Done;
 }
 
-int Check(zentrel::DaemonOptions options)
+int Check(const zentrel::DaemonOptions& options)
 {
     if (options.config.empty()) {
         Log::Error("there is no configuration file; --config names one");

@@ -62,7 +62,7 @@ std::string Escape(std::string_view text)
     for (const char c : text) {
         const auto byte = static_cast<unsigned char>(c);
         const bool isPlain = (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') ||
-                             kPlain.find(c) != kPlain.npos;
+                             kPlain.find(c) != std::string_view::npos;
         if (isPlain) {
             escaped += c;
         } else {

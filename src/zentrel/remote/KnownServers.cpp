@@ -70,7 +70,7 @@ Result<HostAddress> ParseHost(std::string_view text)
     bool isV6 = false;
     if (text.starts_with('[')) {
         const auto end = text.find(']');
-        if (end == text.npos) return NoHost();
+        if (end == std::string_view::npos) return NoHost();
         host = text.substr(1, end - 1);
         isV6 = true;
         const auto rest = text.substr(end + 1);
