@@ -3,15 +3,13 @@
 #include "zentrel/EmbeddedTransport.h"
 #include "zentrel/remote/AdminEndpoint.h"
 #include "zentrel/remote/Doorkeeper.h"
+#include "zentrel/remote/KeepLibrary.h"
 #include "zentrel/remote/ListenSocket.h"
 
-#include <grpc/grpc.h>
-#include <grpc/support/log.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <cstdlib>
 
 namespace zentrel {
 
@@ -24,9 +22,6 @@ bool IsSamePlace(const AdminListener& a, const AdminListener& b)
     return a.path == b.path && a.mode == b.mode && a.address == b.address && a.port == b.port &&
            a.role == b.role && a.tls.has_value() == b.tls.has_value();
 }
-
-// gRPC would write a line of its own for every stranger at the door.
-void DropLog(gpr_log_func_args*) {}
 
 ino_t FileNumber(const std::filesystem::path& path)
 {
@@ -51,13 +46,7 @@ Done CheckListener(const AdminListener& listener)
 
 class AdminServer::Parts {
 public:
-    // gRPC stays initialised until the process ends: undoing it may wait ten seconds for a thread of its own
-    // that polls for a client who is gone.
-    explicit Parts(AdminOptions options) : m_options(std::move(options))
-    {
-        if (std::getenv("GRPC_VERBOSITY") == nullptr) gpr_set_log_function(DropLog);
-        grpc_init();
-    }
+    explicit Parts(AdminOptions options) : m_options(std::move(options)) { KeepLibrary(); }
     ~Parts() { Stop(std::chrono::seconds(1)); }
 
     Done Start(std::shared_ptr<Service> service, std::shared_ptr<ServiceTable> services);

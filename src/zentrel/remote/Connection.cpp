@@ -1,14 +1,12 @@
 #include "zentrel/remote/Connection.h"
 
+#include "zentrel/remote/KeepLibrary.h"
 #include "zentrel/remote/Limits.h"
 #include "zentrel/remote/TlsCredentials.h"
 
 #include <grpc/grpc.h>
-#include <grpc/support/log.h>
 #include <grpcpp/create_channel.h>
 #include <grpcpp/security/credentials.h>
-
-#include <cstdlib>
 
 namespace zentrel {
 
@@ -35,22 +33,6 @@ grpc::ChannelArguments Arguments()
     arguments.SetInt(GRPC_ARG_ENABLE_HTTP_PROXY, 0);
     arguments.SetInt(GRPC_ARG_SERVICE_CONFIG_DISABLE_RESOLUTION, 1);
     return arguments;
-}
-
-// The library goes down with its last object and waits up to ten seconds for its threads then. A program
-// that only drops a connection must not wait for that; so the library stays until the process ends. And it is
-// quiet: failures are told by results, and a server must not write to anybody's terminal. Names are looked up
-// as the rest of the system does; the library's own way asks the net, for 3 s where it does not answer, even
-// for names that the hosts file has.
-void KeepLibrary()
-{
-    [[maybe_unused]] static const bool isKept = [] {
-        setenv("GRPC_DNS_RESOLVER", "native", 0);
-        grpc_init();
-        if (std::getenv("GRPC_VERBOSITY") == nullptr)
-            gpr_set_log_verbosity(static_cast<gpr_log_severity>(GPR_LOG_SEVERITY_ERROR + 1));
-        return true;
-    }();
 }
 
 // Text as the path of a URI.
