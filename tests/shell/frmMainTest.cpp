@@ -194,8 +194,8 @@ TEST_F(frmMainTest, ThePanelsShowWhatWasFoundAndWhatIsSelected)
     EXPECT_TRUE(file->isVisible());
     window->trvFiles->setFocus();
     QTest::keyClick(window.get(), Qt::Key_F6, Qt::ControlModifier);
-    EXPECT_TRUE(window->findChild<ActivePanel*>(QStringLiteral("apPane(0)"))
-                    ->isAncestorOf(window->focusWidget()));
+    EXPECT_TRUE(
+        window->findChild<ActivePanel*>(QStringLiteral("apPane(0)"))->isAncestorOf(window->focusWidget()));
     QTest::keyClick(window.get(), Qt::Key_F6, Qt::ShiftModifier);
     EXPECT_EQ(window->focusWidget(), window->trvFiles);
 }

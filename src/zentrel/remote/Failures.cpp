@@ -61,7 +61,9 @@ std::uint32_t CodeOf(grpc::StatusCode code)
 // What gRPC says of a connection that could not be made, in words for a person; empty when it is not known.
 std::string_view Reason(std::string_view message)
 {
-    const auto holds = [message](std::string_view text) { return message.find(text) != std::string_view::npos; };
+    const auto holds = [message](std::string_view text) {
+        return message.find(text) != std::string_view::npos;
+    };
     if (holds("CERTIFICATE_VERIFY_FAILED") || holds("certificate verify failed"))
         return "The server's certificate was not signed by the known authority, or has expired.";
     if (holds("Peer name") || holds("hostname")) return "The server's certificate was made for another name.";
