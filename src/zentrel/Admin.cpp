@@ -3,6 +3,8 @@
 #include "base/Text.h"
 #include "zentrel/SubtreeWindow.h"
 
+#include <algorithm>
+
 namespace zentrel {
 
 Done ServerAdmin::Connect(std::string_view server)
@@ -87,6 +89,15 @@ Result<std::string> CacheAdmin::GetCacheDir()
     const auto session = Connected();
     if (!session) return Fail(session.error());
     return (*session)->GetCacheDir();
+}
+
+Result<std::unique_ptr<CacheFileReader>> CacheAdmin::OpenCacheFile(std::string_view path)
+{
+    const auto session = Connected();
+    if (!session) return Fail(session.error());
+    std::string slashed(path);
+    std::replace(slashed.begin(), slashed.end(), '\\', '/');
+    return (*session)->OpenCacheFile(slashed);
 }
 
 Done CacheAdmin::ResetCounters(int reserved)

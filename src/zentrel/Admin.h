@@ -53,6 +53,8 @@ public:
     Done DeleteEntry(std::string_view path);  // one cached URL with all its variants
     Done DeleteTree(std::string_view path);   // every entry at and below the path
     Result<std::string> GetCacheDir();        // a path on the server
+    // As Session's; the path may have backslashes ("12\1234.gzip").
+    Result<std::unique_ptr<CacheFileReader>> OpenCacheFile(std::string_view path);
     Done ResetCounters(int reserved);
 };
 

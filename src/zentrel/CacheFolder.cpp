@@ -25,6 +25,29 @@ std::string Leaf(const std::string& path)
     return std::string(LastSegment(path));
 }
 
+class OpenedFile : public CacheFileReader {
+public:
+    OpenedFile(FileHandle file, std::uint64_t size) : m_file(std::move(file)), m_size(size), m_left(size) {}
+
+    std::uint64_t Size() const override { return m_size; }
+    Result<Bytes> Read(std::size_t most) override
+    {
+        if (most == 0) return Fail(Code::InvalidParameter, kSource);
+        Bytes bytes(static_cast<std::size_t>(std::min<std::uint64_t>(most, m_left)));
+        auto got = read(m_file.Get(), bytes.data(), bytes.size());
+        while (got < 0 && errno == EINTR) got = read(m_file.Get(), bytes.data(), bytes.size());
+        if (got < 0) return FailErrno(errno, kSource, "Cannot read a cached file");
+        bytes.resize(static_cast<std::size_t>(got));
+        m_left = bytes.empty() ? 0 : m_left - bytes.size();  // an end that was told stays the end
+        return bytes;
+    }
+
+private:
+    FileHandle m_file;
+    std::uint64_t m_size;
+    std::uint64_t m_left;
+};
+
 }  // namespace
 
 // Opens a folder below the root, one level after the other, so that none of them can be a link.
@@ -78,16 +101,35 @@ Done CacheFolder::Place(StagedFile staged, const CachedFile& file) const
     return {};
 }
 
-Result<Bytes> CacheFolder::Read(const CachedFile& file) const
+Result<CacheFolder::Opened> CacheFolder::OpenFile(const CachedFile& file) const
 {
+    constexpr int kFlags =
+        O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;  // a pipe would wait for its writer
     const auto path = file.Path();
     const auto folder = OpenFolder(ParentPath(path), false);
     if (!folder) return Fail(folder.error());
-    const FileHandle handle(openat(folder->Get(), Leaf(path).c_str(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC));
+    FileHandle handle(openat(folder->Get(), Leaf(path).c_str(), kFlags));
     struct stat status {};
+    if (!handle && errno == ELOOP) return Fail(Code::FileNotFound, kSource);  // a link
     if (!handle || fstat(handle.Get(), &status) != 0)
         return FailErrno(errno, kSource, "Cannot open the cached file " + path);
-    return ReadToEnd(handle, static_cast<std::size_t>(status.st_size), kSource);
+    if (!S_ISREG(status.st_mode)) return Fail(Code::FileNotFound, kSource);
+    return Opened{std::move(handle), static_cast<std::uint64_t>(status.st_size)};
+}
+
+Result<Bytes> CacheFolder::Read(const CachedFile& file) const
+{
+    const auto opened = OpenFile(file);
+    if (!opened) return Fail(opened.error());
+    return ReadToEnd(opened->file, static_cast<std::size_t>(opened->size), kSource);
+}
+
+Result<std::unique_ptr<CacheFileReader>> CacheFolder::Open(const CachedFile& file) const
+{
+    auto opened = OpenFile(file);
+    if (!opened) return Fail(opened.error());
+    return std::unique_ptr<CacheFileReader>(
+        std::make_unique<OpenedFile>(std::move(opened->file), opened->size));
 }
 
 Result<std::uint64_t> CacheFolder::Size(const CachedFile& file) const
@@ -105,25 +147,33 @@ Result<std::uint64_t> CacheFolder::Size(const CachedFile& file) const
 Done CacheFolder::Remove(std::vector<CachedFile> files) const
 {
     // Folder by folder, each with the folders of its variants before its own files.
-    std::sort(files.begin(), files.end(), [](const CachedFile& a, const CachedFile& b) {
-        return std::tuple(a.id / 256, a.query == 0, a) < std::tuple(b.id / 256, b.query == 0, b);
+    const auto place = [](const CachedFile& file) {
+        return std::tuple(file.id / 256, file.query == 0, file.query == 0 ? 0 : file.id);
+    };
+    std::sort(files.begin(), files.end(), [&](const CachedFile& a, const CachedFile& b) {
+        return std::pair(place(a), a) < std::pair(place(b), b);
     });
     Done outcome;
     for (auto next = files.begin(); next != files.end();) {
-        const auto path = next->Path();
-        const auto folderPath = ParentPath(path);
-        const auto folder = OpenFolder(folderPath, false);
-        const auto isInFolder = [&](const CachedFile& file) { return ParentPath(file.Path()) == folderPath; };
-        for (; next != files.end() && isInFolder(*next); ++next) {
-            if (!folder || unlinkat(folder->Get(), Leaf(next->Path()).c_str(), 0) == 0 || errno == ENOENT)
-                continue;
-            outcome = FailErrno(errno, kSource, "Cannot remove the cached file " + next->Path());
-        }
-        if (folder)
-            RemoveEmptyFolders(folderPath);
-        else if (!folder.error().Is(Code::FileNotFound))
-            outcome = Fail(folder.error());
+        const auto end = std::find_if(next, files.end(),
+                                      [&](const CachedFile& file) { return place(file) != place(*next); });
+        if (auto removed = RemoveInFolder({next, end}); !removed) outcome = removed;
+        next = end;
     }
+    return outcome;
+}
+
+Done CacheFolder::RemoveInFolder(std::span<const CachedFile> files) const
+{
+    const auto first = files.front().Path();
+    const auto folderPath = ParentPath(first);
+    const auto folder = OpenFolder(folderPath, false);
+    if (!folder) return folder.error().Is(Code::FileNotFound) ? Done{} : Fail(folder.error());
+    Done outcome;
+    for (const auto& file : files)
+        if (unlinkat(folder->Get(), Leaf(file.Path()).c_str(), 0) != 0 && errno != ENOENT)
+            outcome = FailErrno(errno, kSource, "Cannot remove the cached file " + file.Path());
+    RemoveEmptyFolders(folderPath);
     return outcome;
 }
 

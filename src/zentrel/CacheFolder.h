@@ -1,12 +1,14 @@
 #pragma once
 
 #include "base/Result.h"
+#include "zentrel/CacheFileReader.h"
 #include "zentrel/CachedFile.h"
 #include "zentrel/FileHandle.h"
 
 #include <atomic>
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
@@ -42,7 +44,8 @@ public:
     Result<StagedFile> Stage(std::span<const std::byte> bytes) const;
     Done Place(StagedFile staged, const CachedFile& file) const;
 
-    Result<Bytes> Read(const CachedFile& file) const;          // FileNotFound
+    Result<Bytes> Read(const CachedFile& file) const;  // FileNotFound
+    Result<std::unique_ptr<CacheFileReader>> Open(const CachedFile& file) const;
     Result<std::uint64_t> Size(const CachedFile& file) const;  // bytes; FileNotFound
 
     // Removes the files and the folders that they leave empty. Those that are not there do no harm; what
@@ -57,7 +60,14 @@ public:
     Done ForEachFile(const std::function<Done(const CachedFile&)>& take) const;
 
 private:
+    struct Opened {
+        FileHandle file;  // a regular one
+        std::uint64_t size = 0;
+    };
+
     Result<FileHandle> OpenFolder(std::string_view relative, bool make) const;
+    Result<Opened> OpenFile(const CachedFile& file) const;
+    Done RemoveInFolder(std::span<const CachedFile> files) const;  // all of one folder, at least one
     void RemoveEmptyFolders(std::string_view relative) const;
 
     std::filesystem::path m_root;

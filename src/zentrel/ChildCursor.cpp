@@ -30,6 +30,12 @@ Result<std::optional<KeyRow>> ChildCursor::Next()
     return Move({}, MDB_NEXT);
 }
 
+Done ChildCursor::Drop()
+{
+    if (const int status = mdb_cursor_del(m_cursor.get(), 0)) return FailStore(status);
+    return {};
+}
+
 Result<std::optional<KeyRow>> ChildCursor::Move(std::string_view seekKey, int operation)
 {
     MDB_val key{seekKey.size(), const_cast<char*>(seekKey.data())};

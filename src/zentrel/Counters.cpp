@@ -2,18 +2,29 @@
 
 #include "zentrel/LittleEndian.h"
 
+#include <tuple>
+
 namespace zentrel {
 
 namespace {
 
-// How the totals lie in the store: one number of 8 bytes after the other.
-constexpr std::uint64_t CounterTotals::*kStored[] = {
+constexpr std::uint64_t CounterTotals::*kSums[] = {
     &CounterTotals::responsesUncompressed, &CounterTotals::responsesCompressed,
     &CounterTotals::responsesCacheable,    &CounterTotals::cacheHits,
     &CounterTotals::cacheMisses,           &CounterTotals::bytesUncompressed,
     &CounterTotals::bytesCompressed,       &CounterTotals::bytesEquivalent,
-    &CounterTotals::compressionTicks,      &CounterTotals::sinceTicks,
+    &CounterTotals::compressionTicks,
 };
+static_assert(std::size(kSums) == std::tuple_size_v<decltype(CounterTotals::carried)>);
+
+// How the totals lie in the store: one number of 8 bytes after the other.
+template <class Totals, class Take>
+void ForEachStored(Totals& totals, Take&& take)
+{
+    for (const auto sum : kSums) take(totals.*sum);
+    take(totals.sinceTicks);
+    for (auto& sum : totals.carried) take(sum);
+}
 
 double Share(double part, double whole)
 {
@@ -59,25 +70,40 @@ CounterValues Derive(const CounterTotals& totals)
     }};
 }
 
+void ResetTotals(CounterTotals& totals, std::uint64_t nowTicks)
+{
+    CounterTotals fresh;
+    fresh.sinceTicks = nowTicks;
+    for (std::size_t i = 0; i < std::size(kSums); ++i)
+        fresh.carried[i] = totals.carried[i] + totals.*kSums[i];
+    totals = fresh;
+}
+
+CounterTotals LifetimeTotals(const CounterTotals& totals)
+{
+    auto lifetime = totals;
+    for (std::size_t i = 0; i < std::size(kSums); ++i) lifetime.*kSums[i] += totals.carried[i];
+    return lifetime;
+}
+
 Bytes PackCounters(const CounterTotals& totals)
 {
-    Bytes packed(std::size(kStored) * sizeof(std::uint64_t));
-    auto* to = packed.data();
-    for (const auto member : kStored) {
-        StoreLittle(to, totals.*member);
-        to += sizeof(std::uint64_t);
-    }
+    Bytes packed;
+    ForEachStored(totals, [&packed](const std::uint64_t& number) {
+        packed.resize(packed.size() + sizeof number);
+        StoreLittle(packed.data() + packed.size() - sizeof number, number);
+    });
     return packed;
 }
 
 CounterTotals UnpackCounters(std::span<const std::byte> bytes)
 {
     CounterTotals totals;
-    for (const auto member : kStored) {
-        if (bytes.size() < sizeof(std::uint64_t)) break;
-        totals.*member = LoadLittle<std::uint64_t>(bytes.data());
-        bytes = bytes.subspan(sizeof(std::uint64_t));
-    }
+    ForEachStored(totals, [&bytes](std::uint64_t& number) {
+        if (bytes.size() < sizeof number) return;
+        number = LoadLittle<std::uint64_t>(bytes.data());
+        bytes = bytes.subspan(sizeof number);
+    });
     return totals;
 }
 

@@ -22,7 +22,15 @@ struct CounterTotals {
     std::uint64_t compressionTicks = 0;   // processor time spent on compression, warming included
     std::uint64_t sinceTicks = 0;         // date of the last reset
     std::uint64_t elapsedTicks = 0;       // from then to the moment of reading; filled in by the reader
+    // What the nine sums above had come to at the resets before, in the same order.
+    std::array<std::uint64_t, 9> carried{};
 };
+
+// Begins all sums anew at a date; what they had come to is carried on.
+void ResetTotals(CounterTotals& totals, std::uint64_t nowTicks);
+
+// The totals with sums that no reset ever takes back.
+CounterTotals LifetimeTotals(const CounterTotals& totals);
 
 enum class CounterKind { Count, Size, Percent };  // a size is in bytes
 
@@ -37,7 +45,7 @@ using CounterValues = std::array<CounterValue, 19>;
 // The published counters, in their fixed order. Where nothing was counted yet, averages and shares are 0.
 CounterValues Derive(const CounterTotals& totals);
 
-// The totals as they are stored. Bytes that are missing read as 0.
+// The totals as they are stored. Bytes that are missing read as 0: older programs stored nothing carried.
 Bytes PackCounters(const CounterTotals& totals);
 CounterTotals UnpackCounters(std::span<const std::byte> bytes);
 

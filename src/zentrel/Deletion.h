@@ -2,8 +2,8 @@
 
 #include "base/Result.h"
 #include "zentrel/CachedFile.h"
-#include "zentrel/KeyWalk.h"
 #include "zentrel/Metabase.h"
+#include "zentrel/Trash.h"
 
 #include <cstdint>
 #include <string>
@@ -12,30 +12,39 @@
 
 namespace zentrel {
 
-// Both deletions work on the keys and answer the cached files that nobody names any longer, for the caller
-// to remove once the change is kept.
-
-// Takes one cached URL with all its variants out of the store. FileNotFound when the path is no entry.
+// Takes one cached URL with all its variants out of the store. Answers the cached files that nobody names any
+// longer, for the caller to remove once the change is kept. FileNotFound when the path is no entry.
 Result<std::vector<CachedFile>> DeleteEntryKeys(Metabase& store, std::string_view path);
 
-// Takes every entry at and below a path out of the store, one bounded transaction at a time; keys that
-// carry a key type or anything else of their own stay.
+// Takes every entry at and below a path away from all readers at once: one transaction moves them into the
+// trash. Keys that were set up with something of their own stay, with the keys that lead to them. The
+// transaction's size depends on those alone.
 class TreeDeletion {
 public:
-    static Result<TreeDeletion> Begin(const Metabase& store, std::string_view path);  // FileNotFound
+    // Looks through the whole tree. Until Unlink nothing may be set up below the path; entries may come and
+    // go. FileNotFound when there is no such key.
+    static Result<TreeDeletion> Plan(const Metabase& store, std::string_view path);
 
-    // Makes the next transaction; false when it was the last one. `files` is replaced.
-    Result<bool> DeleteBatch(Metabase& store, std::vector<CachedFile>& files);
-
-    std::uint64_t EntryCount() const { return m_entryCount; }  // deleted so far, variants not counted
+    // What went then waits in the trash under the id that this answers. FileNotFound when the key is gone.
+    Result<DeletionId> Unlink(Metabase& store) const;
 
 private:
-    TreeDeletion(KeyWalk walk, std::string_view path) : m_walk(std::move(walk)), m_path(path) {}
-    Result<bool> DeleteKeys(WriteTxn& txn, std::vector<CachedFile>& files);
+    // A key that stays. Parents come before their children.
+    struct Kept {
+        std::size_t parent = 0;  // in m_kept
+        std::string name;
+        std::uint32_t childCount = 0;  // kept ones
+    };
+    struct Moved;
 
-    KeyWalk m_walk;
+    explicit TreeDeletion(std::string_view path) : m_path(path) {}
+    void Keep(std::vector<std::size_t>& branch, std::string_view path);
+    Done UnlinkAll(WriteTxn& txn, DeletionId deletion, const KeyRow& parent) const;
+    Done UnlinkAround(WriteTxn& txn, DeletionId deletion, const KeyRow& parent) const;
+    static Result<Moved> Rebuild(WriteTxn& txn, DeletionId deletion, const Kept& key, const Moved& parent);
+
     std::string m_path;
-    std::uint64_t m_entryCount = 0;
+    std::vector<Kept> m_kept;  // front: the key at the path; empty when nothing stays
 };
 
 }  // namespace zentrel

@@ -95,6 +95,12 @@ public:
     {
         return std::filesystem::absolute(m_service->Cache().Root()).string();
     }
+    Result<std::unique_ptr<CacheFileReader>> OpenCacheFile(std::string_view path) override
+    {
+        const auto file = CachedFile::Parse(path);
+        if (!file) return Fail(Code::InvalidName, "ZentrelAdmin");
+        return m_service->Cache().Open(*file);
+    }
     Done ResetCounters() override { return m_service->ResetCounters(); }
     Result<CounterTotals> ReadCounters() override { return m_service->Counters(); }
 

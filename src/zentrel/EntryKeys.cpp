@@ -10,16 +10,55 @@ namespace {
 
 constexpr PropertyId kEntryProperties[] = {Prop::CacheId, Prop::GzipRecord, Prop::DeflateRecord,
                                            Prop::Statistics};
-constexpr std::ptrdiff_t kSlashesBelowRoot = 4;  // LM/W3SVC/1/Root/x
+constexpr std::size_t kRootDepth = 4;  // LM/W3SVC/1/Root
 
 bool Has(const KeyRow& row, PropertyId id)
 {
     return FindProperty(row.properties, id).has_value();
 }
 
-bool IsBelowSiteRoot(std::string_view path)
+bool IsEntryProperty(PropertyId id)
 {
-    return std::count(path.begin(), path.end(), '/') >= kSlashesBelowRoot;
+    return std::find(std::begin(kEntryProperties), std::end(kEntryProperties), id) !=
+           std::end(kEntryProperties);
+}
+
+PropertySet Select(const KeyRow& row, bool ofEntry)
+{
+    PropertySet selected;
+    ForEachProperty(row.properties, [&](const PropertyView& property) {
+        if (IsEntryProperty(property.id) == ofEntry) selected.Set(property);
+    });
+    return selected;
+}
+
+// A key on a path, as it is to stand in the store.
+struct Step {
+    KeyId parent = 0;
+    KeyId id = 0;
+    std::uint32_t childCount = 0;
+    std::string name;
+    PropertySet properties;
+
+    KeyRow Row() const { return {id, childCount, name, properties.Packed()}; }
+};
+
+// The keys from the root down the path, as far as they are there. Front: the root.
+Result<std::vector<Step>> FollowPath(const ReadTxn& txn, std::string_view path)
+{
+    std::vector<Step> steps;
+    auto row = txn.Find({});
+    KeyId parent = 0;
+    for (;;) {
+        if (!row) return Fail(row.error());
+        if (!*row) return steps;
+        const auto id = (*row)->id;
+        steps.push_back(
+            {parent, id, (*row)->childCount, std::string((*row)->name), PropertySet((*row)->properties)});
+        if (path.empty()) return steps;
+        parent = id;
+        row = txn.Child(parent, TakeSegment(path));
+    }
 }
 
 }  // namespace
@@ -39,6 +78,31 @@ bool HasRecord(const KeyRow& row)
     return Has(row, Prop::GzipRecord) || Has(row, Prop::DeflateRecord);
 }
 
+std::uint32_t CacheIdOf(const KeyRow& row)
+{
+    const auto property = FindProperty(row.properties, Prop::CacheId);
+    return property ? Record(*property).Number() : 0;
+}
+
+bool Stays(const KeyRow& row, std::size_t depth)
+{
+    if (depth <= kRootDepth) return true;
+    auto rest = row.properties;
+    for (auto property = TakeProperty(rest); property; property = TakeProperty(rest))
+        if (!IsEntryProperty(property->id)) return true;
+    return false;
+}
+
+PropertySet OwnProperties(const KeyRow& row)
+{
+    return Select(row, false);
+}
+
+PropertySet EntryProperties(const KeyRow& row)
+{
+    return Select(row, true);
+}
+
 void AppendFiles(const KeyRow& row, std::uint32_t parentCacheId, std::vector<CachedFile>& files)
 {
     const auto own = FindProperty(row.properties, Prop::CacheId);
@@ -52,23 +116,30 @@ void AppendFiles(const KeyRow& row, std::uint32_t parentCacheId, std::vector<Cac
 
 Done StripEntry(WriteTxn& txn, std::string_view path, const KeyRow& row)
 {
-    PropertySet left(row.properties);
-    bool changed = false;
-    for (const auto id : kEntryProperties) changed |= left.Remove(id);
-    if (left.Packed().empty() && row.childCount == 0 && IsBelowSiteRoot(path)) return txn.RemoveKey(path);
-    return changed ? txn.SetProperties(path, left) : Done{};
+    if (row.childCount == 0 && !Stays(row, PathDepth(path))) return txn.RemoveKey(path);
+    const auto left = OwnProperties(row);
+    return left.Packed().size() == row.properties.size() ? Done{} : txn.SetProperties(path, left);
 }
 
 Done TidyUpwards(WriteTxn& txn, std::string_view path)
 {
-    for (; IsBelowSiteRoot(path); path = ParentPath(path)) {
-        const auto row = txn.Find(path);
-        if (!row) return Fail(row.error());
-        if (!*row) continue;
-        if ((*row)->childCount != 0 || HasRecord(**row)) return {};
-        if (auto stripped = StripEntry(txn, path, **row); !stripped) return stripped;
+    auto steps = FollowPath(txn, path);
+    if (!steps) return Fail(steps.error());
+    bool changed = false;
+    for (; steps->size() > kRootDepth + 1; steps->pop_back()) {
+        auto& last = steps->back();
+        const auto row = last.Row();
+        if (row.childCount != 0 || HasRecord(row)) break;
+        if (Stays(row, steps->size() - 1)) {
+            changed |= IsEntry(row);
+            last.properties = OwnProperties(row);
+            break;
+        }
+        if (auto dropped = txn.DropRow(last.parent, last.name); !dropped) return dropped;
+        --(*steps)[steps->size() - 2].childCount;
+        changed = true;
     }
-    return {};
+    return changed ? txn.PutRow(steps->back().parent, steps->back().Row()) : Done{};
 }
 
 }  // namespace zentrel

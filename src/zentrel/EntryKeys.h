@@ -4,6 +4,7 @@
 #include "zentrel/CachedFile.h"
 #include "zentrel/Metabase.h"
 
+#include <cstdint>
 #include <string_view>
 #include <vector>
 
@@ -14,6 +15,14 @@ namespace zentrel {
 bool IsEntry(const KeyRow& row);    // a cached URL
 bool IsVariant(const KeyRow& row);  // a query of its parent
 bool HasRecord(const KeyRow& row);
+std::uint32_t CacheIdOf(const KeyRow& row);  // 0 for what is no entry
+
+// Whether deletions leave the key where it is: it leads to a site's root, or was set up with more than a
+// cached URL brings. depth: segments in its path.
+bool Stays(const KeyRow& row, std::size_t depth);
+// The properties without those of an entry or a variant, and those alone.
+PropertySet OwnProperties(const KeyRow& row);
+PropertySet EntryProperties(const KeyRow& row);
 
 // Adds the cached files that the key's records name. parentCacheId: of the parent, for a variant.
 void AppendFiles(const KeyRow& row, std::uint32_t parentCacheId, std::vector<CachedFile>& files);

@@ -2,6 +2,8 @@
 
 #include "base/Text.h"
 
+#include <algorithm>
+
 namespace zentrel {
 
 namespace {
@@ -34,6 +36,12 @@ Result<std::string_view> CheckPath(std::string_view path)
         if (rest.empty() && endsInSlash) return BadName("A path has an empty segment.");
     }
     return trimmed;
+}
+
+std::size_t PathDepth(std::string_view path)
+{
+    if (path.empty()) return 0;
+    return 1 + static_cast<std::size_t>(std::count(path.begin(), path.end(), '/'));
 }
 
 std::string SiteKey(std::uint32_t site)

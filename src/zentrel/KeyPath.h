@@ -44,6 +44,9 @@ inline std::string_view LastSegment(std::string_view path)
     return path.substr(path.rfind('/') + 1);
 }
 
+// The number of segments in a checked path.
+std::size_t PathDepth(std::string_view path);
+
 // "LM/W3SVC/1", and "LM/W3SVC/1/Root".
 std::string SiteKey(std::uint32_t site);
 std::string SiteRootKey(std::uint32_t site);

@@ -9,7 +9,8 @@
 //   stored value: id (8), number of children (4), then the packed properties; numbers little-endian
 namespace zentrel {
 
-inline constexpr KeyId kNoParent = ~KeyId{0};  // above the root
+inline constexpr KeyId kNoParent = ~KeyId{0};         // above the root
+inline constexpr KeyId kTrashParent = ~KeyId{0} - 1;  // above what no path leads to any longer, see Trash.h
 
 struct KeyBuffer {
     std::array<char, sizeof(KeyId) + kLongestName> bytes;

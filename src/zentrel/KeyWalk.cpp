@@ -1,5 +1,6 @@
 #include "zentrel/KeyWalk.h"
 
+#include "zentrel/EntryKeys.h"
 #include "zentrel/KeyPath.h"
 
 namespace zentrel {
@@ -14,16 +15,9 @@ Result<KeyWalk> KeyWalk::Begin(const ReadTxn& txn, std::string_view path)
     return walk;
 }
 
-void KeyWalk::Release()
-{
-    m_cursor.reset();
-    m_isPlaced = false;
-}
-
 void KeyWalk::Push(const KeyRow& row)
 {
-    const auto cacheId = FindProperty(row.properties, Prop::CacheId);
-    m_levels.push_back({row.id, m_path.size(), cacheId ? Record(*cacheId).Number() : 0});
+    m_levels.push_back({row.id, m_path.size(), CacheIdOf(row)});
     m_last.clear();
     m_isPlaced = false;
 }

@@ -10,13 +10,12 @@
 
 namespace zentrel {
 
-// Walks a key and everything below it, children before their parents and in byte order of their names.
-// It holds no more than the path to where it stands, so that it may be carried from one transaction to the
-// next while keys come and go: what was passed is not visited again.
+// Walks a key and everything below it in one transaction, children before their parents and in byte order of
+// their names. It holds no more than the path to where it stands.
 class KeyWalk {
 public:
     struct Visit {
-        std::string_view path;  // both good until the next call and the next change
+        std::string_view path;  // good until the next call
         KeyRow row;
         std::uint32_t parentCacheId = 0;  // 0 when the parent is no cache entry
     };
@@ -26,11 +25,6 @@ public:
 
     // The next key; empty at the end.
     Result<std::optional<Visit>> Next(const ReadTxn& txn);
-
-    // To be called after a change, before the walk goes on in the same transaction.
-    void Seek() { m_isPlaced = false; }
-    // To be called before a write transaction ends, and to go on in another transaction.
-    void Release();
 
 private:
     struct Level {

@@ -6,6 +6,8 @@
 #include <lmdb.h>
 
 #include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
 
 namespace zentrel {
 
@@ -43,16 +45,34 @@ void ForgetDeadReaders(MDB_env* env)
     mdb_reader_check(env, nullptr);
 }
 
-// Reads behind the end of a truncated file would be a bus error, so its length is checked before any.
-Done CheckLength(MDB_env* env, const std::filesystem::path& file)
+// What the store takes its file to be long, in bytes.
+std::uint64_t ExpectedLength(MDB_env* env)
 {
     MDB_envinfo info{};
     MDB_stat stat{};
     mdb_env_info(env, &info);
     mdb_env_stat(env, &stat);
+    return (info.me_last_pgno + 1) * std::uint64_t{stat.ms_psize};
+}
+
+// Pages at the end that a transaction both took and gave back are never written, although they count: the
+// file gets its length without them. It never becomes shorter, whoever else lengthens it.
+void Lengthen(MDB_env* env)
+{
+    mdb_filehandle_t file = -1;
+    struct stat status {};
+    const auto expected = ExpectedLength(env);
+    mdb_env_get_fd(env, &file);
+    if (fstat(file, &status) == 0 && static_cast<std::uint64_t>(status.st_size) < expected)
+        static_cast<void>(fallocate(file, 0, static_cast<off_t>(expected) - 1, 1));
+}
+
+// Reads behind the end of a truncated file would be a bus error, so its length is checked before any.
+Done CheckLength(MDB_env* env, const std::filesystem::path& file)
+{
     std::error_code error;
     const auto length = std::filesystem::file_size(file, error);
-    if (error || length < (info.me_last_pgno + 1) * stat.ms_psize)
+    if (error || length < ExpectedLength(env))
         return Fail(Code::FileCorrupt, "Metabase", "The metabase file is truncated.");
     return {};
 }
@@ -140,6 +160,8 @@ Result<std::unique_ptr<Metabase>> Metabase::Open(const std::filesystem::path& fo
     const unsigned flags = MDB_NOSUBDIR | MDB_NOTLS | (access == Access::Read ? MDB_RDONLY : 0U);
     if (const int status = mdb_env_open(raw, file.c_str(), flags, kFileMode)) return FailStore(status);
     ForgetDeadReaders(raw);
+    // A writer that is at work, or was cut short, may not have come to it.
+    if (access == Access::Write && std::filesystem::exists(folder / kUncleanMark, error)) Lengthen(raw);
     if (auto checked = CheckLength(raw, file); !checked) return Fail(checked.error());
     if (auto checked = store->CheckFormat(); !checked) return Fail(checked.error());
     return store;
@@ -237,15 +259,23 @@ struct WriteTxn::Place {
     bool found = true;
 };
 
-Done WriteTxn::Put(KeyId parent, std::string_view name, KeyId id, std::uint32_t childCount,
-                   std::span<const std::byte> properties)
+Done WriteTxn::PutRow(KeyId parent, const KeyRow& row)
 {
     KeyBuffer buffer;
-    std::string row;
-    PackKeyRow(row, id, childCount, properties);
-    auto key = Val(ChildKey(buffer, parent, name));
-    auto value = Val(row);
+    std::string packed;
+    PackKeyRow(packed, row.id, row.childCount, row.properties);
+    auto key = Val(ChildKey(buffer, parent, row.name));
+    auto value = Val(packed);
     if (const int status = mdb_put(m_txn.get(), m_keys, &key, &value, 0)) return FailStore(status);
+    return {};
+}
+
+Done WriteTxn::DropRow(KeyId parent, std::string_view name)
+{
+    KeyBuffer buffer;
+    auto key = Val(ChildKey(buffer, parent, name));
+    const int status = mdb_del(m_txn.get(), m_keys, &key, nullptr);
+    if (status != 0 && status != MDB_NOTFOUND) return FailStore(status);
     return {};
 }
 
@@ -263,7 +293,7 @@ Result<KeyId> WriteTxn::NewId()
 Done WriteTxn::AddToChildCount(const Place& parent, int change)
 {
     const auto count = static_cast<std::uint32_t>(static_cast<std::int64_t>(parent.childCount) + change);
-    return Put(parent.parent, parent.name, parent.id, count, parent.properties);
+    return PutRow(parent.parent, {parent.id, count, parent.name, parent.properties});
 }
 
 // Goes down the path; with `make`, what is missing is made on the way.
@@ -294,7 +324,7 @@ Result<WriteTxn::Place> WriteTxn::Locate(std::string_view path, bool make)
             const auto id = NewId();
             if (!id) return Fail(id.error());
             if (auto counted = AddToChildCount(place, 1); !counted) return Fail(counted.error());
-            if (auto put = Put(place.id, name, *id, 0, {}); !put) return Fail(put.error());
+            if (auto put = PutRow(place.id, {*id, 0, name, {}}); !put) return Fail(put.error());
             place = Place{place.id, std::string(name), *id, 0, {}, true};
             continue;
         }
@@ -314,21 +344,28 @@ Done WriteTxn::SetProperties(std::string_view path, const PropertySet& propertie
 {
     const auto place = Locate(path, true);
     if (!place) return Fail(place.error());
-    return Put(place->parent, place->name, place->id, place->childCount, properties.Packed());
+    return PutRow(place->parent, {place->id, place->childCount, place->name, properties.Packed()});
 }
 
 Done WriteTxn::RemoveKey(std::string_view path)
 {
-    const auto place = Locate(path, false);
-    if (!place) return Fail(place.error());
-    if (!place->found) return {};
-    if (place->childCount != 0 || place->parent == kNoParent) return Fail(Code::NotSupported, "Metabase");
+    const auto row = Find(path);
+    if (!row) return Fail(row.error());
+    if (!*row) return {};
+    if ((*row)->childCount != 0) return Fail(Code::NotSupported, "Metabase");
+    return Detach(path);
+}
+
+Done WriteTxn::Detach(std::string_view path)
+{
+    if (path.empty()) return Fail(Code::NotSupported, "Metabase");
     const auto parent = Locate(ParentPath(path), false);
     if (!parent) return Fail(parent.error());
-
-    KeyBuffer buffer;
-    auto key = Val(ChildKey(buffer, place->parent, place->name));
-    if (const int status = mdb_del(m_txn.get(), m_keys, &key, nullptr)) return FailStore(status);
+    const auto name = LastSegment(path);
+    const auto row = Child(parent->id, name);
+    if (!row) return Fail(row.error());
+    if (!parent->found || !*row) return {};
+    if (auto dropped = DropRow(parent->id, name); !dropped) return dropped;
     return AddToChildCount(*parent, -1);
 }
 
@@ -342,7 +379,9 @@ Done WriteTxn::SetMeta(std::string_view name, std::span<const std::byte> bytes)
 
 Done WriteTxn::Commit()
 {
+    auto* env = mdb_txn_env(m_txn.get());
     if (const int status = mdb_txn_commit(m_txn.release())) return FailStore(status);
+    Lengthen(env);
     return {};
 }
 

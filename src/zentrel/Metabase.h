@@ -27,6 +27,9 @@ struct KeyRow {
     std::span<const std::byte> properties;  // packed, see Property.h
 };
 
+// Stands in the data folder while somebody changes it.
+inline constexpr std::string_view kUncleanMark = "unclean";
+
 class ReadTxn;
 class WriteTxn;
 
@@ -111,8 +114,16 @@ public:
 
     // Removes a key without children. NotSupported when it has some; nothing when it is not there.
     Done RemoveKey(std::string_view path);
+    // Takes a key off its path whatever is below it; its children stay where they are, under its id.
+    Done Detach(std::string_view path);
 
     Done SetMeta(std::string_view name, std::span<const std::byte> bytes);
+
+    // One row by itself, whatever its parent says: for those that work on many rows of one branch and put the
+    // numbers of children right themselves. DropRow does nothing when there is no such row.
+    Done PutRow(KeyId parent, const KeyRow& row);
+    Done DropRow(KeyId parent, std::string_view name);
+    Result<KeyId> NewId();
 
     Done Commit();  // DiskFull, IoError; the changes are gone when it fails
 
@@ -122,9 +133,6 @@ private:
 
     struct Place;  // a key and where its row stands
     Result<Place> Locate(std::string_view path, bool make);
-    Result<KeyId> NewId();
-    Done Put(KeyId parent, std::string_view name, KeyId id, std::uint32_t childCount,
-             std::span<const std::byte> properties);
     Done AddToChildCount(const Place& parent, int change);
 };
 
@@ -136,6 +144,9 @@ public:
     // Goes to the first child of `parent` whose name is not below `from`, or above it when `after`.
     Result<std::optional<KeyRow>> Seek(KeyId parent, std::string_view from = {}, bool after = false);
     Result<std::optional<KeyRow>> Next();  // the next sibling
+
+    // Removes the row that the cursor stands on, in a write transaction; Next goes on behind it.
+    Done Drop();
 
 private:
     struct CloseCursor {

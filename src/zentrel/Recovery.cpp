@@ -28,12 +28,13 @@ class Sweep {
 public:
     Sweep(Metabase& store, const CacheFolder& folder) : m_store(store), m_folder(folder) {}
 
-    Done Run()
+    Result<bool> Run()
     {
-        if (auto checked = CheckRecords(); !checked) return checked;
-        if (auto removed = m_folder.RemoveStaged(); !removed) return removed;
-        if (auto removed = RemoveOrphans(); !removed) return removed;
-        return MendKeys();
+        if (auto checked = CheckRecords(); !checked) return Fail(checked.error());
+        if (auto removed = m_folder.RemoveStaged(); !removed) return Fail(removed.error());
+        if (auto removed = RemoveOrphans(); !removed) return Fail(removed.error());
+        if (auto mended = MendKeys(); !mended) return Fail(mended.error());
+        return m_isClean;
     }
 
 private:
@@ -47,6 +48,7 @@ private:
     const CacheFolder& m_folder;
     std::vector<CachedFile> m_named;  // files that a good record names; sorted for RemoveOrphans
     std::vector<BadKey> m_bad;
+    bool m_isClean = true;
 };
 
 bool Sweep::IsBorneOut(const KeyRow& row, const CachedFile& file) const
@@ -89,7 +91,9 @@ Done Sweep::RemoveOrphans()
 {
     std::sort(m_named.begin(), m_named.end());
     return m_folder.ForEachFile([this](const CachedFile& file) {
-        return std::binary_search(m_named.begin(), m_named.end(), file) ? Done{} : m_folder.Remove({file});
+        if (!std::binary_search(m_named.begin(), m_named.end(), file))
+            m_isClean &= m_folder.Remove({file}).has_value();
+        return Done{};
     });
 }
 
@@ -127,7 +131,7 @@ Done Sweep::Mend(WriteTxn& txn, const BadKey& key)
 
 Result<UncleanMark> UncleanMark::Set(const std::filesystem::path& folder, bool& wasThere)
 {
-    UncleanMark mark(folder / "unclean");
+    UncleanMark mark(folder / kUncleanMark);
     const FileHandle file(open(mark.m_file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0644));
     wasThere = !file && errno == EEXIST;
     if (!file && !wasThere)
@@ -141,7 +145,7 @@ void UncleanMark::Clear()
     std::filesystem::remove(m_file, ignored);
 }
 
-Done Recover(Metabase& store, const CacheFolder& folder)
+Result<bool> Recover(Metabase& store, const CacheFolder& folder)
 {
     return Sweep(store, folder).Run();
 }

@@ -26,7 +26,7 @@ private:
 
 // Brings store and cache folder into line after a writer was cut short: removes cached files that no
 // record names, and records whose file is missing or has another size than they say. Needs about 16 bytes
-// of memory an entry.
-Done Recover(Metabase& store, const CacheFolder& folder);
+// of memory an entry. False when a cached file without a record could not be removed.
+Result<bool> Recover(Metabase& store, const CacheFolder& folder);
 
 }  // namespace zentrel

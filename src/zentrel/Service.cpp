@@ -4,7 +4,9 @@
 #include "zentrel/Deletion.h"
 #include "zentrel/KeyPath.h"
 
+#include <chrono>
 #include <system_error>
+#include <thread>
 
 namespace zentrel {
 
@@ -40,7 +42,7 @@ public:
     explicit Change(Service& service) : m_service(service), m_guard(service.m_mutex) {}
     ~Change()
     {
-        if (m_mark) m_mark->Clear();  // before the lock goes
+        if (m_mark && !m_service.m_leavesFiles) m_mark->Clear();  // before the lock goes
     }
     Change(const Change&) = delete;
     Change& operator=(const Change&) = delete;
@@ -58,13 +60,29 @@ public:
         return {};
     }
 
-    // Removes cached files while others may use the service.
-    Done RemoveFiles(std::vector<CachedFile> files)
+    // Does some work while others may use the service.
+    template <class Work>
+    auto Aside(Work work)
     {
         m_guard.unlock();
-        auto outcome = m_service.m_cache.Remove(std::move(files));
+        auto outcome = work();
         m_guard.lock();
         return outcome;
+    }
+
+    Done RemoveFiles(std::vector<CachedFile> files)
+    {
+        auto removed = Aside([&] { return m_service.m_cache.Remove(std::move(files)); });
+        m_service.m_leavesFiles |= !removed;
+        return removed;
+    }
+
+    // Long enough for somebody who waits to get the mutex, which who lets it go may well take again first.
+    void GiveWay()
+    {
+        m_guard.unlock();
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        m_guard.lock();
     }
 
 private:
@@ -123,8 +141,15 @@ Done Service::BeginWriting()
     bool crashed = false;
     auto mark = UncleanMark::Set(m_folder, crashed);
     if (!mark) return Fail(mark.error());
-    if (crashed)
-        if (auto recovered = Recover(*m_store, m_cache); !recovered) return recovered;
+    {
+        Change change(*this);
+        FreeWhatIsLeft(change);
+    }
+    if (crashed) {
+        const auto recovered = Recover(*m_store, m_cache);
+        if (!recovered) return Fail(recovered.error());
+        m_leavesFiles |= !*recovered;
+    }
     auto entries = EntryStore::Open(*m_store);
     if (!entries) return Fail(entries.error());
     m_entries = std::move(*entries);
@@ -136,7 +161,7 @@ Done Service::BeginWriting()
 Service::~Service()
 {
     // What could not be stored leaves cached files without a record: the mark stays for the next writer.
-    if (m_entries && m_entries->Flush()) m_mark->Clear();
+    if (m_entries && m_entries->Flush() && !m_leavesFiles) m_mark->Clear();
 }
 
 Result<std::unique_ptr<Service::Change>> Service::BeginChange()
@@ -148,8 +173,9 @@ Result<std::unique_ptr<Service::Change>> Service::BeginChange()
 }
 
 template <class Work>
-Done Service::ChangeStore(Work work)
+Done Service::SetUp(Work work)
 {
+    const std::lock_guard setUp(m_setUp);
     const auto change = BeginChange();
     if (!change) return Fail(change.error());
     auto txn = m_store->BeginWrite();
@@ -160,14 +186,12 @@ Done Service::ChangeStore(Work work)
 
 Done Service::AddSite(const SiteConfig& site)
 {
-    return ChangeStore([&](WriteTxn& txn) { return WriteSite(txn, site); });
+    return SetUp([&](WriteTxn& txn) { return WriteSite(txn, site); });
 }
 
 Done Service::AddVirtualDir(std::uint32_t site, std::string_view urlPath, const std::filesystem::path& target)
 {
-    return ChangeStore([&](WriteTxn& txn) {
-        return WriteVirtualDir(txn, site, {std::string(urlPath), target});
-    });
+    return SetUp([&](WriteTxn& txn) { return WriteVirtualDir(txn, site, {std::string(urlPath), target}); });
 }
 
 Result<std::vector<SiteConfig>> Service::Sites() const
@@ -200,21 +224,62 @@ Result<std::uint64_t> Service::DeleteTree(std::string_view path,
 {
     const auto checked = CheckDeletion(path);
     if (!checked) return Fail(checked.error());
+    std::unique_lock setUp(m_setUp);
     auto change = BeginChange();
     if (!change) return Fail(change.error());
-    auto deletion = TreeDeletion::Begin(*m_store, *checked);
+    const auto deletion = Unlink(**change, *checked);
     if (!deletion) return Fail(deletion.error());
-    std::vector<CachedFile> files;
+    setUp.unlock();
+    bool isCancelled = false;
+    auto count = Free(**change, *deletion, [&](std::uint64_t soFar) {
+        isCancelled = progress && !progress(soFar);
+        return !isCancelled;
+    });
+    if (count && !isCancelled) FreeWhatIsLeft(**change);
+    return count;
+}
+
+// Takes the tree away from all readers.
+Result<DeletionId> Service::Unlink(Change& change, std::string_view path)
+{
+    const auto plan = change.Aside([&] { return TreeDeletion::Plan(*m_store, path); });
+    if (!plan) return Fail(plan.error());
+    if (m_entries)
+        if (auto flushed = m_entries->Flush(); !flushed) return Fail(flushed.error());
+    return plan->Unlink(*m_store);
+}
+
+// Frees what a deletion took away. Cached files that cannot be removed keep nothing else from being freed.
+Result<std::uint64_t> Service::Free(Change& change, DeletionId deletion,
+                                    const std::function<bool(std::uint64_t)>& goesOn)
+{
+    m_beingFreed.insert(deletion);
+    std::uint64_t count = 0;
+    Done outcome;
     for (bool more = true; more;) {
-        if (m_entries)
-            if (auto flushed = m_entries->Flush(); !flushed) return Fail(flushed.error());
-        const auto deleted = deletion->DeleteBatch(*m_store, files);
-        if (!deleted) return Fail(deleted.error());
-        const bool goesOn = !progress || progress(deletion->EntryCount());  // kept, whatever the files say
-        if (auto removed = (*change)->RemoveFiles(std::move(files)); !removed) return Fail(removed.error());
-        more = *deleted && goesOn;
+        auto freed = FreeBatch(*m_store, deletion);
+        if (!freed) {
+            outcome = Fail(freed.error());
+            break;
+        }
+        count += freed->entryCount;
+        more = goesOn(count) && !freed->isLast;
+        if (auto removed = change.RemoveFiles(std::move(freed->files)); !removed) outcome = removed;
+        if (more) change.GiveWay();
     }
-    return deletion->EntryCount();
+    m_beingFreed.erase(deletion);
+    if (!outcome) return Fail(outcome.error());
+    return count;
+}
+
+// What deletions left behind that came to no end; what cannot be freed now waits for another time.
+void Service::FreeWhatIsLeft(Change& change)
+{
+    const auto left = ListTrash(*m_store);
+    if (!left) return;
+    for (const auto deletion : *left)
+        if (!m_beingFreed.contains(deletion))
+            static_cast<void>(Free(change, deletion, [](std::uint64_t) { return true; }));
 }
 
 Result<CounterTotals> Service::Counters() const
@@ -239,15 +304,16 @@ Done Service::ResetCounters()
 {
     const auto change = BeginChange();
     if (!change) return Fail(change.error());
-    CounterTotals counters;
-    counters.sinceTicks = TicksNow();
     if (m_entries) {
-        m_entries->ChangeCounters() = counters;
+        ResetTotals(m_entries->ChangeCounters(), TicksNow());
         return m_entries->Flush();
     }
     auto txn = m_store->BeginWrite();
     if (!txn) return Fail(txn.error());
-    if (auto set = WriteCounters(*txn, counters); !set) return set;
+    auto counters = ReadCounters(*txn);
+    if (!counters) return Fail(counters.error());
+    ResetTotals(*counters, TicksNow());
+    if (auto set = WriteCounters(*txn, *counters); !set) return set;
     return CommitChange(*txn);
 }
 

@@ -7,6 +7,7 @@
 #include "zentrel/Metabase.h"
 #include "zentrel/Recovery.h"
 #include "zentrel/Sites.h"
+#include "zentrel/Trash.h"
 #include "zentrel/Versions.h"
 
 #include <filesystem>
@@ -14,6 +15,7 @@
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -61,15 +63,18 @@ public:
 
     // Deletes one cached URL with all its variants. FileNotFound when the path is no entry.
     Done DeleteEntry(std::string_view path);
-    // Deletes every entry at and below a path, sites and virtual directories themselves stay.
-    // Answers how many entries went. FileNotFound when there is no such key. Other operations get their
-    // turn in between, and what a request caches meanwhile may stay. progress: told after each batch how many
-    // entries went so far, with the service locked; false ends the deletion there.
+    // Deletes every entry at and below a path, sites and virtual directories themselves stay. Readers see all
+    // of them or none: they go in one step, and then their records and files are freed, other operations
+    // getting their turn in between. What a request caches meanwhile stays.
+    // Answers how many entries went. FileNotFound when there is no such key. progress: told after each batch
+    // how many entries were freed so far, with the service locked; false ends the call there. What it leaves
+    // behind, or an error in the midst of the freeing, no reader sees; the next deletion, or the next writer
+    // when it opens the folder, frees the rest.
     Result<std::uint64_t> DeleteTree(std::string_view path,
                                      const std::function<bool(std::uint64_t)>& progress = {});
 
     Result<CounterTotals> Counters() const;  // of this process when it is the writer, else as last stored
-    Done ResetCounters();
+    Done ResetCounters();                    // see ResetTotals
 
     // Writes everything that waits in memory to the store. A writer does so by itself with the requests it
     // answers, about five times a second, and when it closes; one that falls idle should be told to.
@@ -100,7 +105,11 @@ private:
     Done BeginWriting();
     Result<std::unique_ptr<Change>> BeginChange();
     template <class Work>
-    Done ChangeStore(Work work);  // one transaction
+    Done SetUp(Work work);  // one transaction
+    Result<DeletionId> Unlink(Change& change, std::string_view path);
+    Result<std::uint64_t> Free(Change& change, DeletionId deletion,
+                               const std::function<bool(std::uint64_t)>& goesOn);
+    void FreeWhatIsLeft(Change& change);
     Done NeedWriter() const;
     Result<std::optional<Versions::Good>> FindGood(const VersionKey& key, const FileStamp& source) const;
     Done Remember(Done outcome);
@@ -111,10 +120,13 @@ private:
     std::optional<UncleanMark> m_mark;
     std::unique_ptr<Metabase> m_store;
 
+    std::mutex m_setUp;  // held to set up keys, and while a tree is looked through; taken before the other
     mutable std::mutex m_mutex;  // guards what follows, and every change to store and cache folder
     std::unique_ptr<EntryStore> m_entries;
     std::unique_ptr<Versions> m_versions;
     std::optional<SystemError> m_lastError;
+    std::set<DeletionId> m_beingFreed;
+    bool m_leavesFiles = false;  // without a record, and not removable: the mark stays for the next writer
 };
 
 }  // namespace zentrel

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Result.h"
+#include "zentrel/CacheFileReader.h"
 #include "zentrel/Counters.h"
 #include "zentrel/HostServices.h"
 #include "zentrel/Property.h"
@@ -44,6 +45,10 @@ public:
     virtual Done DeleteEntry(std::string_view path) = 0;
     virtual Done DeleteTree(std::string_view path) = 0;
     virtual Result<std::string> GetCacheDir() = 0;
+    // A file of the cache folder, by its path below it with slashes ("12/1234.gzip"). InvalidName for what
+    // is no cached file's path, FileNotFound, PathNotFound, AccessDenied. A file that is not read for more
+    // than ten seconds may be lost to a server far away; a reader outlives its session.
+    virtual Result<std::unique_ptr<CacheFileReader>> OpenCacheFile(std::string_view path) = 0;
     virtual Done ResetCounters() = 0;
     // AccessDenied: the host lets nobody read its counters from afar at present.
     virtual Result<CounterTotals> ReadCounters() = 0;

@@ -38,5 +38,6 @@ INSTANTIATE_TEST_SUITE_P(
                     Target{"statistics_record", fuzz::StatisticsRecord}, Target{"meta_path", fuzz::MetaPath},
                     Target{"property", fuzz::Property}, Target{"access_log", fuzz::AccessLog},
                     Target{"config", fuzz::Config}, Target{"client_certificate", fuzz::ClientCertificate},
-                    Target{"server_reply", fuzz::ServerReply}, Target{"registry_bytes", fuzz::RegistryBytes}),
+                    Target{"server_reply", fuzz::ServerReply}, Target{"registry_bytes", fuzz::RegistryBytes},
+                    Target{"toolbar_bytes", fuzz::ToolbarBytes}),
     [](const auto& target) { return std::string(target.param.corpus); });

@@ -17,7 +17,9 @@ void MetaPath(Input bytes);
 void Property(Input bytes);
 void AccessLog(Input bytes);
 void RegistryBytes(Input bytes);
+void ToolbarBytes(Input bytes);
 void Config(Input bytes);
+void MetricsRequest(Input bytes);
 void ClientCertificate(Input bytes);
 void ServerReply(Input bytes);
 

@@ -141,6 +141,25 @@ write("registry_bytes",  # the type, then the value
       binary=b"\3\x0a\xff", number=b"\4\1\2\3\x80", short_number=b"\4\1\2", list=b"\7a\0b\0\0",
       list_with_gap=b"\7a\0\0b\0\0", list_unfinished=b"\7a\0bc", empty_list=b"\7\0", unknown=b"\x0bany")
 
+write("metrics_request",
+      get=b"GET /metrics HTTP/1.1\r\nHost: localhost:9280\r\nAccept: */*\r\n\r\n",
+      absolute=b"GET http://localhost/metrics?x=1 HTTP/1.0\r\n\r\nmore", post=b"POST /metrics HTTP/1.0\r\n\r\nabc",
+      elsewhere=b"GET /favicon.ico HTTP/1.1\r\nhost: x\r\n\r\n", unfinished=b"GET /metrics HTTP/1.1\r\nHo",
+      folded=b"GET /metrics HTTP/1.0\r\nA: b\r\n c\r\n\r\n", bare_lines=b"GET /metrics HTTP/1.0\n\n",
+      two_hosts=b"GET /metrics HTTP/1.1\r\nHost: a\r\nHost: b\r\n\r\n", zeros=b"GET /metrics\0 HTTP/1.1\r\n\r\n")
+
+write("toolbar_bytes",
+      standard=b"toolbar 1\nbutton Connect\nbutton Stop\nbutton Refresh\nseparator\nbutton Remove\n"
+               b"separator\nbutton Panels\nbutton Help\nend\n",
+      rearranged=b"toolbar 1\nseparator\nbutton Help\nbutton Stop\nspare Connect\nspare Refresh\nend\n",
+      empty_bar=b"toolbar 1\n" + b"".join(b"spare %s\n" % key for key in
+                                          (b"Connect", b"Stop", b"Refresh", b"Remove", b"Panels", b"Help"))
+                + b"end\n",
+      newer=b"toolbar 1\nsize 32\nbutton Sites\nbutton Help\nend\nmore\n", later_format=b"toolbar 2\nend\n",
+      twice=b"toolbar 1\nbutton Stop\nbutton Stop\nend\n", cut=b"toolbar 1\nbutton Stop\nbutton He",
+      separators=b"toolbar 1\n" + b"separator\n" * 33 + b"end\n", no_key=b"toolbar 1\nbutton \nend\n",
+      zeros=b"toolbar 1\nbutton Stop\0\nend\n\0", no_lines=b"\0\xff")
+
 # What a server sends: how it is read, a detail (size of the batches, status code), then the bytes.
 def row(depth, children, name, properties=b""):
     return struct.pack("<4I", depth, children, len(properties), len(name)) + name + properties

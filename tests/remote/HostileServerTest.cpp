@@ -59,6 +59,7 @@ const RemoteCall kCalls[] = {
     {"DeleteEntry", [](Session& s, ServiceManager&) { return CodeOf(s.DeleteEntry("LM/W3SVC/1/Root/a")); }},
     {"DeleteTree", [](Session& s, ServiceManager&) { return CodeOf(s.DeleteTree("LM/W3SVC/1/Root")); }},
     {"GetCacheDir", [](Session& s, ServiceManager&) { return CodeOf(s.GetCacheDir()); }},
+    {"ReadCacheFile", [](Session& s, ServiceManager&) { return CodeOf(s.OpenCacheFile("0/1.gzip")); }},
     {"ResetCounters", [](Session& s, ServiceManager&) { return CodeOf(s.ResetCounters()); }},
     {"ReadCounters", [](Session& s, ServiceManager&) { return CodeOf(s.ReadCounters()); }},
     {"ListServices", [](Session&, ServiceManager& m) { return CodeOf(m.ListServices()); }},
@@ -403,6 +404,58 @@ TEST(HostileServer, AStreamMustBringMoreThanADropNowAndThen)
     }
     EXPECT_EQ(CodeOf(read), Code::Timeout);
     EXPECT_LT(Clock::now() - start, std::chrono::seconds(5));
+}
+
+std::string Part(std::uint64_t size, std::size_t bytes)
+{
+    return LyingServer::Bytes<v1::CacheFilePart>([&](auto& part) {
+        part.set_size(size);
+        part.set_data(std::string(bytes, 'x'));
+    });
+}
+
+TEST(HostileServer, AFileIsNoLongerThanAnnouncedAndComesInPartsThatBringSomething)
+{
+    struct Case {
+        Answer answer;
+        std::uint64_t read;  // bytes, until the end or the error
+        std::uint32_t code;
+    };
+    const auto kWhole = Limit::FilePart;
+    const auto thenEmpty = [](int index) { return index == 0 ? Part(5, 0) : Part(0, 0); };
+    const Case cases[] = {
+        {Answer::One(Part(5, 5)), 5, 0},
+        {Answer::One(Part(0, 0)), 0, 0},
+        {Answer::One(Part(9, 5)), 5, 0},  // it shrank
+        {Answer{}, 0, Code::InvalidData},
+        {Answer::One(Part(4, 5)), 0, Code::InvalidData},
+        {Answer::One(Part(Limit::File + 1, 0)), 0, Code::InvalidData},
+        {Answer::One(Part(2 * kWhole, kWhole + 1)), 0, Code::InvalidData},
+        {Answer::Endless(thenEmpty), 0, Code::InvalidData},
+        {Answer::Endless([&](int) { return Part(3 * kWhole, kWhole); }), 3 * kWhole, Code::InvalidData},
+        {Answer::Endless([&](int) { return Part(kWhole + 1, kWhole); }), kWhole, Code::InvalidData},
+    };
+    for (const auto& [answer, most, code] : cases) {
+        SCOPED_TRACE(std::to_string(&answer - &cases[0].answer));
+        LyingServer server([&](const std::string& call, const std::string&) -> std::optional<Answer> {
+            return call == "ReadCacheFile" ? std::optional(answer) : std::nullopt;
+        });
+        const auto session = *To(server.Socket()).Connect("liar");
+        auto file = session->OpenCacheFile("0/1.gzip");
+        std::uint64_t size = 0;
+        auto outcome = file ? Done() : Done(Fail(file.error()));
+        while (outcome) {
+            const auto bytes = (*file)->Read(100'000);
+            if (!bytes) outcome = Fail(bytes.error());
+            if (!bytes || bytes->empty()) break;
+            size += bytes->size();
+        }
+        EXPECT_EQ(CodeOf(outcome), code);
+        EXPECT_EQ(size, most);
+        if (file) {
+            EXPECT_EQ(CodeOf((*file)->Read(1)), code) << "what ended stays ended";
+        }
+    }
 }
 
 TEST(HostileServer, ADeletionThatNeverEndsIsGivenUp)

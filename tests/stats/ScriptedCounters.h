@@ -35,6 +35,10 @@ struct ScriptedCounters : zentrel::Transport, std::enable_shared_from_this<Scrip
         Done DeleteEntry(std::string_view) override { return {}; }
         Done DeleteTree(std::string_view) override { return {}; }
         Result<std::string> GetCacheDir() override { return std::string(); }
+        Result<std::unique_ptr<zentrel::CacheFileReader>> OpenCacheFile(std::string_view) override
+        {
+            return Fail(Code::NotSupported, "test");
+        }
         Done ResetCounters() override { return {}; }
         Result<zentrel::CounterTotals> ReadCounters() override
         {

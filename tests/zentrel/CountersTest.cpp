@@ -30,6 +30,26 @@ TEST(Counters, FollowFromTheTotals)
     for (const auto& value : Derive({})) EXPECT_EQ(value.value, 0) << value.name;
 }
 
+TEST(Counters, AResetCarriesOnWhatTheLifetimeAddsUp)
+{
+    CounterTotals totals;
+    for (std::uint64_t round = 1; round <= 3; ++round) {
+        totals.responsesUncompressed += 10;
+        totals.compressionTicks += 7;
+        totals = UnpackCounters(PackCounters(totals));
+        ResetTotals(totals, 100 * round);
+        EXPECT_EQ(totals.responsesUncompressed, 0U);
+        EXPECT_EQ(totals.sinceTicks, 100 * round);
+        EXPECT_EQ(LifetimeTotals(totals).responsesUncompressed, 10 * round);
+        EXPECT_EQ(LifetimeTotals(totals).compressionTicks, 7 * round);
+    }
+    totals.compressionTicks = 5;
+    auto packed = PackCounters(totals);
+    packed.resize(80);  // as programs stored it that carried nothing on
+    EXPECT_EQ(LifetimeTotals(UnpackCounters(packed)).compressionTicks, 5U);
+    EXPECT_EQ(LifetimeTotals(UnpackCounters(packed)).responsesUncompressed, 0U);
+}
+
 TEST(Counters, ShortOrForeignBytesReadAsZeros)
 {
     CounterTotals totals;

@@ -240,7 +240,7 @@ TEST_F(ServiceTest, DeletingATreeLeavesWhatItIsSetUpWith)
     ASSERT_EQ(progress.size(), 2U) << "it ends where it is told to";
     EXPECT_LT(progress[0], progress[1]);
     EXPECT_EQ(first.value(), progress[1]);
-    EXPECT_EQ(service->DeleteTree("LM/W3SVC").value(), 24'999U - *first + 1000U + 1U);
+    EXPECT_EQ(service->DeleteTree("LM/W3SVC").value(), 1000U + 1U) << "and what the other one left";
     std::vector<std::string> left;
     for (const auto& [path, properties] : Keys()) left.push_back(path);
     EXPECT_EQ(left, (std::vector<std::string>{"", "LM", "LM/W3SVC", "LM/W3SVC/1", "LM/W3SVC/1/Root",

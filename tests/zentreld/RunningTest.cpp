@@ -1,7 +1,9 @@
 #include "zentreld/DaemonRig.h"
 
+#include <arpa/inet.h>
 #include <csignal>
 #include <cstring>
+#include <netinet/in.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 
@@ -20,6 +22,21 @@ protected:
             Ask(*Connect("viewer.sock"), &Stub::QueryService, ServiceNamed("RemoteRegistry"), &status);
         EXPECT_EQ(code, 0U);
         return {status.name(), zentrel::ServiceState(status.state()), zentrel::ServiceStart(status.start())};
+    }
+
+    // What a scraper reads at a port of this machine; empty when nobody listens there.
+    static std::string Scrape(std::uint16_t port)
+    {
+        const zentrel::FileHandle scraper(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
+        sockaddr_in address{};
+        address.sin_family = AF_INET;
+        address.sin_port = htons(port);
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        if (connect(scraper.Get(), reinterpret_cast<sockaddr*>(&address), sizeof address) != 0) return {};
+        const std::string request = "GET /metrics HTTP/1.1\r\nHost: localhost\r\n\r\n";
+        EXPECT_TRUE(zentrel::WriteAll(scraper, std::as_bytes(std::span(request)), "test"));
+        const auto heard = zentrel::ReadToEnd(scraper, 0, "test");
+        return heard ? std::string(reinterpret_cast<const char*>(heard->data()), heard->size()) : "";
     }
 };
 
@@ -93,6 +110,45 @@ TEST_F(Running, EndsCleanlyWithACallUnderWayAndStartsAgainAfterAKill)
         EXPECT_FALSE(stream->Finish().ok());
     }
     EXPECT_FALSE(fs::exists(Folder() / "admin.sock"));
+}
+
+TEST_F(Running, ScrapersReadTotalsThatNeitherResetNorKillTakesBack)
+{
+    {
+        const auto service = *zentrel::Service::Open(Folder() / "data", zentrel::Service::Role::Writer);
+        ASSERT_TRUE(service->CountResponse({{}, false, false, 12'345, 0}));
+    }
+    const auto port = zentrel::PortOf(*zentrel::ListenTcp("127.0.0.1", 0));  // free again
+    const auto place = "127.0.0.1:" + std::to_string(port);
+    const auto config = "metrics = " + place + '\n' + kSockets;
+    const auto expectTotals = [port] {
+        const auto told = Scrape(port);
+        EXPECT_TRUE(told.starts_with("HTTP/1.1 200 OK\r\n"));
+        EXPECT_NE(told.find("\nzentrel_responses_uncompressed_total 1\n"), std::string::npos) << told;
+        EXPECT_NE(told.find("\nzentrel_response_uncompressed_bytes_total 12345\n"), std::string::npos);
+        EXPECT_NE(told.find("\nzentrel_compression_cpu_seconds_total 0.0000000\n"), std::string::npos);
+    };
+    for (const int signal : {SIGKILL, SIGTERM}) {
+        Program daemon(ZENTRELD, Configured(config));
+        ASSERT_TRUE(daemon.WaitForError("offers metrics at 127.0.0.1 port " + std::to_string(port)));
+        expectTotals();
+        ASSERT_EQ(Ask(*Connect("admin.sock"), &Stub::ResetCounters, v1::Nothing()), 0U);
+        v1::CountersReply shown;
+        ASSERT_EQ(Ask(*Connect("viewer.sock"), &Stub::ReadCounters, v1::Nothing(), &shown), 0U);
+        const auto totals = zentrel::UnpackCounters(std::as_bytes(std::span(shown.totals())));
+        EXPECT_EQ(totals.responsesUncompressed, 0U);
+        expectTotals();
+        Configured(kSockets);
+        daemon.Signal(SIGHUP);
+        EXPECT_TRUE(daemon.WaitForError("after a restart"));
+        expectTotals();
+        daemon.Signal(signal);
+        daemon.Wait();
+    }
+    Program daemon(ZENTRELD, Configured(config, {"--metrics", ""}));
+    ASSERT_TRUE(daemon.WaitForError("listens at " + (Folder() / "viewer.sock").string()));
+    EXPECT_EQ(Scrape(port), "");
+    EXPECT_EQ(RunProgram(ZENTRELD, {"--metrics", "10.0.0.1:80"}).exitCode, 2);
 }
 
 TEST_F(Running, TellsTheServiceManagerWhatItDoes)

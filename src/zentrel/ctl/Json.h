@@ -3,6 +3,7 @@
 #include "zentrel/Printable.h"
 
 #include <charconv>
+#include <cmath>
 #include <concepts>
 #include <cstdint>
 #include <ostream>
@@ -47,9 +48,18 @@ public:
         return *this;
     }
 
-    // As short as it can be without loss, without an exponent, whatever the locale.
+    JsonWriter& Null()
+    {
+        Separate();
+        m_out << "null";
+        return *this;
+    }
+
+    // As short as it can be without loss, without an exponent, whatever the locale; null for NaN and
+    // infinity.
     JsonWriter& Number(double value)
     {
+        if (!std::isfinite(value)) return Null();
         Separate();
         char digits[512];
         const auto end = std::to_chars(digits, digits + sizeof digits, value, std::chars_format::fixed).ptr;

@@ -2,11 +2,13 @@
 
 #include "base/Text.h"
 #include "zentrel/DataFolder.h"
+#include "zentrel/MetricsText.h"
 #include "zentrel/RecordLayout.h"
 #include "zentrel/daemon/HostServices.h"
 #include "zentrel/daemon/Log.h"
 #include "zentrel/daemon/Notify.h"
 #include "zentrel/daemon/Wakeups.h"
+#include "zentrel/remote/ListenSocket.h"
 
 #include <unistd.h>
 
@@ -101,6 +103,27 @@ Done Daemon::Offer()
         Log::Info("listens at " + (listener.path.empty()
                                        ? listener.address + " port " + std::to_string(listener.port)
                                        : listener.path.string()));
+    return OfferMetrics();
+}
+
+Done Daemon::OfferMetrics()
+{
+    const auto& place = Metrics();
+    if (place.address.empty()) return {};
+    auto listener = ListenTcp(place.address, place.port);
+    if (!listener) return Fail(listener.error());
+    const auto port = PortOf(*listener);
+    const auto text = [service = m_service]() -> Result<std::string> {
+        const auto totals = service->Counters();
+        if (!totals) return Fail(totals.error());
+        // What is told must not be lost again. Where it cannot be stored, the service has the error.
+        static_cast<void>(service->Flush());
+        return MetricsText(*totals);
+    };
+    auto metrics = MetricsServer::Start(std::move(*listener), text);
+    if (!metrics) return Fail(metrics.error());
+    m_metrics = std::move(*metrics);
+    Log::Info("offers metrics at " + place.address + " port " + std::to_string(port));
     return {};
 }
 
@@ -138,6 +161,7 @@ Done Daemon::Run(StopSignals& signals, Wakeups& wakeups)
         cause = wakeups.Wait(signals);
     }
     NotifyManager("STOPPING=1");
+    m_metrics.reset();
     m_admin->Stop(kGrace);
     return m_service->Flush();
 }
@@ -161,7 +185,7 @@ void Daemon::Reload()
 Result<bool> Daemon::TakeOver(DaemonConfig config)
 {
     if (auto checked = CheckServices(*m_services, config.services); !checked) return Fail(checked.error());
-    const bool isSameFolder = config.data == m_config.data;
+    const bool isSamePlace = config.data == m_config.data && config.metrics == m_config.metrics;
     std::swap(m_config, config);
     const auto isComplete = m_admin->Reload(AdminSettings());
     if (!isComplete) {
@@ -171,7 +195,7 @@ Result<bool> Daemon::TakeOver(DaemonConfig config)
     TellMissingNeeds(*m_services, m_config.services);
     if (auto configured = m_services->Configure(m_config.services); !configured)
         return Fail(configured.error());
-    return *isComplete && isSameFolder;
+    return *isComplete && isSamePlace;
 }
 
 Done Daemon::RunRound(StopSignals& signals)

@@ -2,6 +2,7 @@
 
 #include "base/Result.h"
 #include "zentrel/Expiry.h"
+#include "zentrel/MetricsServer.h"
 #include "zentrel/Service.h"
 #include "zentrel/ServiceTable.h"
 #include "zentrel/StopSignals.h"
@@ -23,7 +24,8 @@ struct DaemonOptions {
     std::filesystem::path config;                  // empty: none
     std::filesystem::path data;                    // the data folder; empty: as the configuration says
     std::optional<std::chrono::seconds> interval;  // between two rounds; the same
-    bool once = false;                             // end after the first round; no administration
+    std::optional<MetricsPlace> metrics;           // the same
+    bool once = false;                             // end after the first round; nothing is offered
 };
 
 // Keeps a data folder in order as its one writer, and offers its administration.
@@ -43,6 +45,8 @@ private:
     explicit Daemon(DaemonOptions options) : m_options(std::move(options)) {}
     Done Open();
     Done Offer();
+    Done OfferMetrics();
+    const MetricsPlace& Metrics() const { return m_options.metrics ? *m_options.metrics : m_config.metrics; }
     AdminOptions AdminSettings() const;
     std::chrono::seconds Interval() const;
     void Reload();
@@ -56,6 +60,7 @@ private:
     std::shared_ptr<Service> m_service;
     std::shared_ptr<ServiceTable> m_services;
     std::unique_ptr<AdminServer> m_admin;
+    std::unique_ptr<MetricsServer> m_metrics;
     std::set<std::string> m_missingRoots;  // that the log has told of
 };
 

@@ -165,6 +165,13 @@ Done Reader::ReadGeneral(const ConfigSection& section)
 {
     return TakeAll(section, {{"data", Path(m_config.data)},
                              {"audit", Path(m_config.admin.audit)},
+                             {"metrics",
+                              [this](const ConfigEntry& entry) -> Done {
+                                  auto place = ReadMetricsPlace(entry.value);
+                                  if (!place) return BadLine(entry.line, place.error().description);
+                                  m_config.metrics = std::move(*place);
+                                  return {};
+                              }},
                              {"interval", [this](const ConfigEntry& entry) {
                                   return TakeTime(entry, 86'400, m_config.interval.emplace());
                               }}});

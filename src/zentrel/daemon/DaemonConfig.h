@@ -2,6 +2,7 @@
 
 #include "base/Result.h"
 #include "zentrel/ServiceTable.h"
+#include "zentrel/daemon/MetricsPlace.h"
 #include "zentrel/remote/AdminOptions.h"
 
 #include <chrono>
@@ -14,8 +15,9 @@ namespace zentrel {
 struct DaemonConfig {
     std::filesystem::path data;                    // empty: not said
     std::optional<std::chrono::seconds> interval;  // between two rounds
-    bool hasLocal = false;                         // says where the local socket is, or that there is none
-    AdminOptions admin;                            // the server's name is not said there
+    MetricsPlace metrics;
+    bool hasLocal = false;  // says where the local socket is, or that there is none
+    AdminOptions admin;     // the server's name is not said there
     ServiceTable::Setups services;
 };
 

@@ -55,6 +55,13 @@ void FindConfig(zentrel::DaemonOptions& options)
     if (!options.config.empty()) options.config = std::filesystem::absolute(options.config);
 }
 
+void TakeMetrics(const std::string& text, zentrel::DaemonOptions& options)
+{
+    auto place = zentrel::ReadMetricsPlace(text);
+    if (!place) throw CLI::ValidationError("--metrics", place.error().description);
+    options.metrics = std::move(*place);
+}
+
 int ParseAndRun(int argc, char** argv)
 {
     constexpr int kDay = 86'400;
@@ -67,6 +74,9 @@ int ParseAndRun(int argc, char** argv)
     app.add_option("--data", options.data, "The data folder; by default zentrel in the user's data folder");
     app.add_option("--interval", interval, "Seconds between two rounds, 1 to 86400; 60 when left out")
         ->check(CLI::Range(1, kDay));
+    app.add_option_function<std::string>(
+        "--metrics", [&options](const std::string& text) { TakeMetrics(text, options); },
+        "Where metrics are offered, such as 127.0.0.1:9280; nowhere when empty");
     app.add_flag("--once", options.once, "End after one round");
     app.set_version_flag("--version", "zentreld " ZENTREL_VERSION);
     try {

@@ -55,7 +55,7 @@ Result<std::uint64_t> DeleteTree(AdminCore& core, const Caller& caller, const v1
 {
     AuditEntry entry{"DeleteTree", request.path(), {}, {}};
     const auto note = [&](std::uint64_t count) {
-        entry.count = count;  // these are gone even when the rest cannot be deleted
+        entry.count = count;  // these are freed even when the rest has to wait
         soFar(count);
         return true;
     };
@@ -63,6 +63,13 @@ Result<std::uint64_t> DeleteTree(AdminCore& core, const Caller& caller, const v1
     if (!deleted) entry.outcome = Fail(deleted.error());
     core.audit->Write(caller, entry);
     return deleted;
+}
+
+Result<std::uint64_t> CancelTree(AdminCore& core, const Caller& caller, const v1::KeyRequest& request)
+{
+    const Done outcome = Fail(Code::Cancelled, "ZentrelAdmin");
+    core.audit->Write(caller, {"DeleteTree", request.path(), 0, outcome});
+    return Fail(outcome.error());
 }
 
 Result<v1::Nothing> ResetCounters(AdminCore& core, const Caller& caller, const v1::Nothing&)

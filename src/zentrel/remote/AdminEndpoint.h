@@ -46,7 +46,7 @@ public:
     std::optional<Caller> Identify(const grpc::ServerContext& context);
     void Greet(const Caller& caller) const;
 
-    // A place among the calls, and the walks over subtrees, that are under way at once; empty: none is free.
+    // A place among the calls, and the walks and files sent, that are under way at once; empty: none is free.
     Places::Place TakeCallPlace(const std::string& who);
     Places::Place TakeStreamPlace(const std::string& who);
 

@@ -1,5 +1,6 @@
 #include "zentrel/remote/AdminEndpoint.h"
 #include "zentrel/remote/AdminWork.h"
+#include "zentrel/remote/CacheFileSender.h"
 #include "zentrel/remote/Failures.h"
 #include "zentrel/remote/SubtreeSender.h"
 #include "zentrel/remote/TreeDeleter.h"
@@ -63,6 +64,7 @@ constexpr Method kMethods[] = {
     {"DeleteEntry", Queued<&admin::DeleteEntry, &AdminCore::changes>},
     {"DeleteTree", TreeDeleter::Run},
     {"GetCacheDir", Unary<&admin::GetCacheDir>::Run},
+    {"ReadCacheFile", CacheFileSender::Run},
     {"ResetCounters", Queued<&admin::ResetCounters, &AdminCore::changes>},
     {"ReadCounters", Queued<&admin::ReadCounters, &AdminCore::changes>},
     {"ListServices", Unary<&admin::ListServices>::Run},

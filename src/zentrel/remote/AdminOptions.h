@@ -33,10 +33,10 @@ struct AdminListener {
 struct AdminLimits {
     std::size_t connections = 128;  // at each listener; one source gets half of them
     std::size_t calls = 256;        // under way at each listener; one client gets half of them
-    std::size_t streams = 32;       // of these, walks over a subtree; each is a reader of the store
+    std::size_t streams = 32;       // of these, walks over a subtree (readers of the store) and files sent
     std::size_t streamsPerClient = 16;
     std::chrono::milliseconds stall{10'000};     // a client that does not take what it asked for
-    std::chrono::milliseconds longest{900'000};  // a walk: the store keeps old pages for it
+    std::chrono::milliseconds longest{900'000};  // a walk, for which the store keeps old pages; a file
 };
 
 struct AdminOptions {

@@ -27,9 +27,11 @@ Result<v1::CacheDirReply> GetCacheDir(AdminCore& core, const Caller& caller, con
 Result<v1::DeleteProgress> DeleteEntry(AdminCore& core, const Caller& caller, const v1::KeyRequest& request);
 // A refusal is told, and written down, before the deletion has to wait for its turn.
 Done AllowTree(AdminCore& core, const Caller& caller, const v1::KeyRequest& request);
-// After AllowTree. soFar: told now and then how many entries went.
+// After AllowTree. soFar: told now and then how many entries were freed.
 Result<std::uint64_t> DeleteTree(AdminCore& core, const Caller& caller, const v1::KeyRequest& request,
                                  const std::function<void(std::uint64_t)>& soFar);
+// After AllowTree, instead of the deletion, when the client went away before its turn. Answers Cancelled.
+Result<std::uint64_t> CancelTree(AdminCore& core, const Caller& caller, const v1::KeyRequest& request);
 Result<v1::Nothing> ResetCounters(AdminCore& core, const Caller& caller, const v1::Nothing& request);
 Result<v1::CountersReply> ReadCounters(AdminCore& core, const Caller& caller, const v1::Nothing& request);
 

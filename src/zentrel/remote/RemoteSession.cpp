@@ -1,6 +1,8 @@
 #include "zentrel/remote/RemoteSession.h"
 
+#include "zentrel/CachedFile.h"
 #include "zentrel/remote/Limits.h"
+#include "zentrel/remote/RemoteCacheFile.h"
 #include "zentrel/remote/RemoteStream.h"
 #include "zentrel/remote/Replies.h"
 
@@ -142,6 +144,13 @@ Result<std::string> RemoteSession::GetCacheDir()
     if (!reply) return Fail(reply.error());
     if (reply->path().size() > Limit::CacheDir) return SenselessReply();
     return std::move(*reply->mutable_path());
+}
+
+Result<std::unique_ptr<CacheFileReader>> RemoteSession::OpenCacheFile(std::string_view path)
+{
+    if (!CachedFile::Parse(path)) return Fail(Code::InvalidName, kSource);
+    if (m_connection->IsLost()) return Fail(Code::ServerUnavailable, kSource);
+    return RemoteCacheFile::Open(m_connection, path);
 }
 
 Done RemoteSession::ResetCounters()

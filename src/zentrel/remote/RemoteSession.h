@@ -24,6 +24,7 @@ public:
     Done DeleteEntry(std::string_view path) override;
     Done DeleteTree(std::string_view path) override;
     Result<std::string> GetCacheDir() override;
+    Result<std::unique_ptr<CacheFileReader>> OpenCacheFile(std::string_view path) override;
     Done ResetCounters() override;
     Result<CounterTotals> ReadCounters() override;
 

@@ -1,12 +1,10 @@
 #include "zentrel/remote/RemoteStream.h"
 
-#include "zentrel/remote/Limits.h"
-
 namespace zentrel {
 
 RemoteStream::RemoteStream(std::shared_ptr<Connection> connection, const v1::KeyRequest& request)
-    : m_connection(std::move(connection)),
-      m_messages(m_connection, &Connection::Stub::PrepareAsyncOpenSubtree, request)
+    : m_messages(connection, &Connection::Stub::PrepareAsyncOpenSubtree, request),
+      m_patience(std::move(connection))
 {
 }
 
@@ -38,24 +36,17 @@ Done RemoteStream::Next(RowBatch& batch)
 
 Done RemoteStream::Fetch()
 {
-    using std::chrono::duration_cast;
-    const auto start = Waiting::Clock::now();
-    const auto granted =
-        m_connection->Waits().slow +
-        std::chrono::milliseconds(static_cast<std::int64_t>(1000 * m_bytes / Limit::StreamRate));
-    const auto left = std::min<Waiting::Clock::duration>(m_connection->Waits().stall, granted - m_waited);
-    Waiting waiting(m_connection->Hook());
-    auto message = m_messages.Next(waiting, start + left);
+    auto message = m_patience.Next(m_messages);
     if (!message) return Fail(message.error());
-    m_waited += Waiting::Clock::now() - start;
     m_hasRows = true;
     if (*message == nullptr) {
         m_isOver = true;
-        if (m_bytes == 0) return Fail(Code::InvalidData, "ZentrelAdmin");  // not even the key itself
+        if (m_isFirst) return Fail(Code::InvalidData, "ZentrelAdmin");  // not even the key itself
         return {};
     }
     m_rows = std::move(*(*message)->mutable_rows());
-    m_bytes += static_cast<double>(m_rows.size());
+    m_isFirst = false;
+    m_patience.Brought(m_rows.size());
     if (m_rows.empty()) return Fail(Code::InvalidData, "ZentrelAdmin");  // would be the end
     return m_check.Check(m_rows);
 }

@@ -7,8 +7,7 @@
 namespace zentrel {
 
 // A subtree on its way from a server. Besides the batch that the caller works on, two messages and
-// the connection's window are held. The server must keep sending: a batch within the stall deadline, and a
-// second of waiting is granted for each KiB beyond the slow deadline.
+// the connection's window are held. The server must keep sending: see Patience.
 class RemoteStream : public SubtreeStream {
 public:
     // Waits for the first rows, so that a key that is not there is told at once.
@@ -21,14 +20,13 @@ private:
     RemoteStream(std::shared_ptr<Connection> connection, const v1::KeyRequest& request);
     Done Fetch();
 
-    std::shared_ptr<Connection> m_connection;
     ReplyStream<v1::SubtreeBatch> m_messages;
+    Patience m_patience;
+    bool m_isFirst = true;
     bool m_hasRows = false;  // or the end, not handed over yet
     bool m_isOver = false;
     RowCheck m_check;
     std::string m_rows;  // checked, not handed over yet
-    double m_bytes = 0;  // so far
-    Waiting::Clock::duration m_waited{};
 };
 
 }  // namespace zentrel

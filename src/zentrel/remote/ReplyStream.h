@@ -1,20 +1,23 @@
 #pragma once
 
 #include "zentrel/remote/Connection.h"
+#include "zentrel/remote/Limits.h"
+
+#include <algorithm>
 
 namespace zentrel {
 
 // The messages that a server sends in answer to one question. One message is read ahead of the caller; the
 // rest waits in the connection's window. Dropping the stream cancels it.
-template <class Message>
+template <class Message, class Request = v1::KeyRequest>
 class ReplyStream {
 public:
     using Reader = grpc::ClientAsyncReader<Message>;
-    using Method = std::unique_ptr<Reader> (Connection::Stub::*)(grpc::ClientContext*, const v1::KeyRequest&,
+    using Method = std::unique_ptr<Reader> (Connection::Stub::*)(grpc::ClientContext*, const Request&,
                                                                  grpc::CompletionQueue*);
     using Outcome = Waiting::Outcome;
 
-    ReplyStream(std::shared_ptr<Connection> connection, Method method, const v1::KeyRequest& request,
+    ReplyStream(std::shared_ptr<Connection> connection, Method method, const Request& request,
                 Connection::Time deadline = Connection::Time::max())
         : m_connection(std::move(connection))
     {
@@ -87,6 +90,34 @@ private:
     CallQueue m_queue;  // last: drained before what it still fills is gone
     bool m_hasBegun = false;
     bool m_isBusy = false;
+};
+
+// How long a stream that brings bytes is waited for: each message within the stall deadline, all of them
+// within the slow deadline and a second for each KiB that they bring.
+class Patience {
+public:
+    explicit Patience(std::shared_ptr<Connection> connection) : m_connection(std::move(connection)) {}
+
+    template <class Stream>
+    auto Next(Stream& stream)
+    {
+        using std::chrono::milliseconds;
+        const auto& waits = m_connection->Waits();
+        const auto start = Waiting::Clock::now();
+        const auto granted =
+            waits.slow + milliseconds(static_cast<std::int64_t>(1000 * m_bytes / Limit::StreamRate));
+        const auto left = std::min<Waiting::Clock::duration>(waits.stall, granted - m_waited);
+        Waiting waiting(m_connection->Hook());
+        auto message = stream.Next(waiting, start + left);
+        m_waited += Waiting::Clock::now() - start;
+        return message;
+    }
+    void Brought(std::size_t bytes) { m_bytes += static_cast<double>(bytes); }
+
+private:
+    std::shared_ptr<Connection> m_connection;
+    double m_bytes = 0;  // so far
+    Waiting::Clock::duration m_waited{};
 };
 
 }  // namespace zentrel

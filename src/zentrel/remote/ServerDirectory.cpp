@@ -61,6 +61,10 @@ public:
     Done DeleteEntry(std::string_view path) override { return m_real->DeleteEntry(path); }
     Done DeleteTree(std::string_view path) override { return m_real->DeleteTree(path); }
     Result<std::string> GetCacheDir() override { return m_real->GetCacheDir(); }
+    Result<std::unique_ptr<CacheFileReader>> OpenCacheFile(std::string_view path) override
+    {
+        return m_real->OpenCacheFile(path);
+    }
     Done ResetCounters() override { return m_real->ResetCounters(); }
     Result<CounterTotals> ReadCounters() override { return m_real->ReadCounters(); }
 

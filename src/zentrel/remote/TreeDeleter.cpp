@@ -19,13 +19,12 @@ void TreeDeleter::Run(AdminCall& call)
 
 void TreeDeleter::Delete()
 {
-    const bool isWanted = !m_call.IsOver();
     const auto soFar = [this](std::uint64_t count) {
         const std::lock_guard guard(m_mutex);
         m_soFar = count;
     };
-    auto outcome = isWanted ? admin::DeleteTree(m_call.Core(), m_call.Who(), m_request, soFar)
-                            : Result<std::uint64_t>(Fail(Code::Cancelled, "ZentrelAdmin"));
+    auto outcome = m_call.IsOver() ? admin::CancelTree(m_call.Core(), m_call.Who(), m_request)
+                                   : admin::DeleteTree(m_call.Core(), m_call.Who(), m_request, soFar);
     const std::lock_guard guard(m_mutex);
     m_outcome = std::move(outcome);
     if (!m_isWriting) Conclude();
