@@ -1,6 +1,7 @@
 #include "platform/RegistryStore.h"
 
 #include "base/SystemError.h"
+#include "base/Text.h"
 #include "platform/Hive.h"
 #include "platform/HiveFile.h"
 
@@ -49,23 +50,62 @@ std::uint32_t SplitPath(std::string_view path, std::vector<std::string_view>& na
     return 0;
 }
 
+// A handle on a key that only the platform answers has an id that no key of a hive has, so the hive says
+// that it was deleted.
+constexpr std::int64_t kInNoHive = 0;
+
+RegistryRead TakeAnswer(const AnsweredValue& value, std::span<std::uint8_t> buffer)
+{
+    RegistryRead read{0, kRegSz, value.text.size() + 1, value.name};
+    if (read.size > buffer.size())
+        read.code = Code::MoreData;
+    else
+        std::copy_n(value.text.c_str(), read.size, buffer.begin());
+    return read;
+}
+
+RegistryRead AnswerNamed(const AnsweredKey& key, std::string_view name, std::span<std::uint8_t> buffer)
+{
+    for (const auto& value : key.values())
+        if (LowerCase(value.name) == LowerCase(name)) return TakeAnswer(value, buffer);
+    return {Code::FileNotFound};
+}
+
+// The answered values follow those of the hive, without the names that the hive has.
+RegistryRead AnswerAt(const AnsweredKey& key, const Hive& hive, std::int64_t id, std::uint32_t index,
+                      std::span<std::uint8_t> buffer)
+{
+    std::uint32_t before = 0;
+    for (auto code = Code::MoreData; code == 0 || code == Code::MoreData;)
+        if (code = hive.ValueAt(id, before, {}).code; code == 0 || code == Code::MoreData) ++before;
+    for (const auto& value : key.values()) {
+        const auto code = hive.ReadValue(id, value.name, {}).code;
+        if (code == 0 || code == Code::MoreData) continue;
+        if (before++ == index) return TakeAnswer(value, buffer);
+    }
+    return {Code::NoMoreItems};
+}
+
 }  // namespace
 
 std::unique_ptr<RegistryStore> RegistryStore::Open(const std::filesystem::path& userHive,
                                                    const std::filesystem::path& machineHive,
-                                                   std::string& trouble)
+                                                   std::string& trouble, std::vector<AnsweredKey> answered)
 {
     trouble.clear();
     auto user = OpenUserHive(userHive, trouble);
     std::string machineTrouble;
     auto machine = OpenMachineHive(machineHive, machineTrouble);
     if (trouble.empty()) trouble = machineTrouble;
-    return std::unique_ptr<RegistryStore>(new RegistryStore(std::move(user), std::move(machine)));
+    return std::unique_ptr<RegistryStore>(
+        new RegistryStore(std::move(user), std::move(machine), std::move(answered)));
 }
 
-RegistryStore::RegistryStore(std::unique_ptr<Hive> user, std::unique_ptr<Hive> machine)
+RegistryStore::RegistryStore(std::unique_ptr<Hive> user, std::unique_ptr<Hive> machine,
+                             std::vector<AnsweredKey> answered)
     : m_user(std::move(user)),
-      m_machine(std::move(machine))
+      m_machine(std::move(machine)),
+      m_answered(std::move(answered))
 {
 }
 
@@ -91,6 +131,17 @@ RegistryOpened RegistryStore::GiveHandle(Handle handle, bool created)
     return {0, std::exchange(m_nextHandle, m_nextHandle + 4), created};
 }
 
+const AnsweredKey* RegistryStore::FindAnswered(RegistryKey key, std::span<const std::string_view> names) const
+{
+    if (key != kLocalMachine) return nullptr;
+    std::string path;
+    for (const auto name : names) AppendLowerCase(path.empty() ? path : path += '\\', name);
+    const auto found = std::find_if(m_answered.begin(), m_answered.end(), [&path](const auto& answered) {
+        return LowerCase(answered.path) == path;
+    });
+    return found == m_answered.end() ? nullptr : &*found;
+}
+
 RegistryOpened RegistryStore::OpenKey(RegistryKey key, std::string_view path, std::uint32_t access)
 {
     if ((access & ~kKeyAllAccess) != 0) return {Code::InvalidParameter};
@@ -98,8 +149,13 @@ RegistryOpened RegistryStore::OpenKey(RegistryKey key, std::string_view path, st
     std::vector<std::string_view> names;
     if (const auto code = Resolve(key, 0, handle); code != 0) return {code};
     if (const auto code = SplitPath(path, names); code != 0) return {code};
-    if (const auto code = handle.hive->FindKey(handle.id, names, handle.id); code != 0) return {code};
-    if (handle.hive->IsReadOnly() && (access & kWritingRights) != 0) return {Code::AccessDenied};
+    handle.answered = FindAnswered(key, names);
+    const bool writes = (access & kWritingRights) != 0;
+    if (const auto code = handle.hive->FindKey(handle.id, names, handle.id); code != 0) {
+        if (code != Code::FileNotFound || handle.answered == nullptr || writes) return {code};
+        handle.id = kInNoHive;
+    }
+    if (handle.hive->IsReadOnly() && writes) return {Code::AccessDenied};
     handle.access = access;
     return GiveHandle(handle, false);
 }
@@ -131,7 +187,9 @@ RegistryRead RegistryStore::QueryValue(RegistryKey key, std::string_view name,
     Handle handle;
     if (const auto code = Resolve(key, kQueryValue, handle); code != 0) return {code};
     if (!IsName(name, kMostValueName)) return {Code::InvalidParameter};
-    return handle.hive->ReadValue(handle.id, name, buffer);
+    auto read = handle.hive->ReadValue(handle.id, name, buffer);
+    const bool isMissing = read.code == Code::FileNotFound || read.code == Code::KeyDeleted;
+    return isMissing && handle.answered != nullptr ? AnswerNamed(*handle.answered, name, buffer) : read;
 }
 
 std::uint32_t RegistryStore::SetValue(RegistryKey key, std::string_view name, std::uint32_t type,
@@ -167,6 +225,7 @@ RegistryName RegistryStore::EnumKey(RegistryKey key, std::uint32_t index, std::s
     if (const auto code = Resolve(key, kEnumerateSubKeys, handle); code != 0) return {code};
     auto found = handle.hive->SubKeyAt(handle.id, index);
     if (found.code == 0 && CharacterCount(found.name) >= nameCapacity) return {Code::MoreData};
+    if (handle.id == kInNoHive) found.code = Code::NoMoreItems;
     return found;
 }
 
@@ -176,6 +235,9 @@ RegistryRead RegistryStore::EnumValue(RegistryKey key, std::uint32_t index, std:
     Handle handle;
     if (const auto code = Resolve(key, kQueryValue, handle); code != 0) return {code};
     auto found = handle.hive->ValueAt(handle.id, index, buffer);
+    const bool isBehind = found.code == Code::NoMoreItems || found.code == Code::KeyDeleted;
+    if (isBehind && handle.answered != nullptr)
+        found = AnswerAt(*handle.answered, *handle.hive, handle.id, index, buffer);
     if (found.code == 0 && CharacterCount(found.name) >= nameCapacity) found.code = Code::MoreData;
     return found;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/AnsweredKeys.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
@@ -8,6 +10,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 class Hive;
 
@@ -50,7 +53,8 @@ struct RegistryRead {
     std::string name{};      // of EnumValue
 };
 
-// Keys in a tree, each with named values that have a type and bytes: the user's hive and the machine's.
+// Keys in a tree, each with named values that have a type and bytes: the user's hive and the machine's. Keys
+// that the platform answers itself are read under their whole path; no listing of subkeys names them.
 //
 // Names are UTF-8 without zero characters. They keep the case in which they were made and are found in any.
 // A path joins the names of keys with backslashes. Trailing ones are ignored and several in a row count as
@@ -81,8 +85,8 @@ public:
     // - Where nothing can be read, and where something else than a hive stands (a folder, a pipe, another
     //   program's database), that is left alone and the hive lives in memory.
     static std::unique_ptr<RegistryStore> Open(const std::filesystem::path& userHive,
-                                               const std::filesystem::path& machineHive,
-                                               std::string& trouble);
+                                               const std::filesystem::path& machineHive, std::string& trouble,
+                                               std::vector<AnsweredKey> answered = AnsweredKeys());
     ~RegistryStore();
     RegistryStore(const RegistryStore&) = delete;
     RegistryStore& operator=(const RegistryStore&) = delete;
@@ -114,16 +118,20 @@ private:
         Hive* hive = nullptr;
         std::int64_t id = 0;  // of the key in its hive
         std::uint32_t access = 0;
+        const AnsweredKey* answered = nullptr;
     };
 
-    RegistryStore(std::unique_ptr<Hive> user, std::unique_ptr<Hive> machine);
+    RegistryStore(std::unique_ptr<Hive> user, std::unique_ptr<Hive> machine,
+                  std::vector<AnsweredKey> answered);
 
     // 6 for what is no key, 5 when it lacks one of the rights.
     std::uint32_t Resolve(RegistryKey key, std::uint32_t rights, Handle& handle) const;
     RegistryOpened GiveHandle(Handle handle, bool created);
+    const AnsweredKey* FindAnswered(RegistryKey key, std::span<const std::string_view> names) const;
 
     const std::unique_ptr<Hive> m_user;
     const std::unique_ptr<Hive> m_machine;
+    const std::vector<AnsweredKey> m_answered;
     std::map<RegistryKey, Handle> m_handles;
     RegistryKey m_nextHandle = 4;
 };

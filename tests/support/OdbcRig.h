@@ -1,0 +1,114 @@
+#pragma once
+
+#include "platform/Odbc.h"
+#include "platform/TempFolder.h"
+#include "support/PostgresRig.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+// The PostgreSQL driver does not free its locks and its first environment.
+extern "C" __attribute__((used, visibility("default"))) inline const char* __lsan_default_suppressions()
+{
+    return "leak:psqlodbcw.so\n";
+}
+
+// Data sources of the test's own, in files that take the place of the user's and the machine's while it
+// lives: one on an SQLite file in a folder, and one on a PostgreSQL server once that was started. Their names
+// are new for each rig, since the driver manager remembers for a while what it read of a name.
+class OdbcRig {
+public:
+    OdbcRig() : m_folder(std::move(*TempFolder::Make("quillet-odbc")))
+    {
+        AddSource(Sqlite(), {{"Driver", Driver("libsqlite3odbc.so")}, {"Database", SqliteFile()}});
+    }
+
+    std::string Sqlite() const { return Unique("lite"); }  // names of data sources
+    std::string Postgresql() const { return Unique("server"); }
+    // The name, and something of this rig.
+    std::string Unique(const std::string& name) const
+    {
+        const auto folder = m_folder.Path().string();
+        return name + " " + folder.substr(folder.size() - 6);
+    }
+
+    std::string SqliteFile() const { return (m_folder.Path() / "test.db").string(); }
+
+    std::string UserFile() const { return (m_folder.Path() / "user.ini").string(); }
+
+    PostgresRig& StartPostgres()
+    {
+        m_server = std::make_unique<PostgresRig>();
+        AddSource(Postgresql(), PostgresSettings());
+        return *m_server;
+    }
+    PostgresRig& Postgres() { return *m_server; }
+
+    using Settings = std::vector<std::pair<std::string, std::string>>;
+    Settings PostgresSettings() const
+    {
+        return {{"Driver", Driver("psqlodbcw.so")},
+                {"Servername", m_server->Folder()},
+                {"Database", "postgres"},
+                {"Username", "quillet"}};
+    }
+    void AddSource(const std::string& name, const Settings& settings) const
+    {
+        std::ofstream file(UserFile(), std::ios::app);
+        file << '[' << name << "]\n";
+        for (const auto& [key, value] : settings) file << key << " = " << value << '\n';
+    }
+
+    void PutMachineFile(std::string_view text) const { std::ofstream(m_folder.Path() / "odbc.ini") << text; }
+
+    // The driver's library, found where distributions put it.
+    static std::string Driver(const std::string& name)
+    {
+        namespace fs = std::filesystem;
+        std::error_code error;
+        for (const auto& folder : fs::directory_iterator("/usr/lib", error))
+            if (auto file = folder.path() / "odbc" / name; fs::exists(file, error)) return file.string();
+        for (const auto* folder : {"/usr/lib/odbc", "/usr/lib64", "/usr/lib"})
+            if (auto file = fs::path(folder) / name; fs::exists(file, error)) return file.string();
+        ADD_FAILURE() << "the ODBC driver " << name << " is not installed";
+        return {};
+    }
+
+private:
+    // A variable of the environment for as long as it lives.
+    class Variable {
+    public:
+        Variable(const char* name, const std::string& value) : m_name(name)
+        {
+            if (const char* const before = std::getenv(name))
+                m_before = std::make_unique<std::string>(before);
+            setenv(name, value.c_str(), 1);
+        }
+        ~Variable()
+        {
+            if (m_before != nullptr)
+                setenv(m_name, m_before->c_str(), 1);
+            else
+                unsetenv(m_name);
+        }
+        Variable(const Variable&) = delete;
+        Variable& operator=(const Variable&) = delete;
+
+    private:
+        const char* m_name;
+        std::unique_ptr<std::string> m_before;
+    };
+
+    TempFolder m_folder;
+    Variable m_user{"ODBCINI", UserFile()};
+    Variable m_machine{"ODBCSYSINI", m_folder.Path().string()};
+    std::unique_ptr<PostgresRig> m_server;
+};
