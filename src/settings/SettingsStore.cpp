@@ -14,6 +14,7 @@
 
 namespace {
 
+constexpr const char* kToolbar = "ToolbarStandard";
 constexpr const char* kState = "WindowState";
 constexpr const char* kLeft = "WindowLeft";
 constexpr const char* kTop = "WindowTop";
@@ -162,6 +163,16 @@ void SettingsStore::SavePanels(std::span<const std::byte, 8> places)
     std::vector<std::uint8_t> bytes;
     for (const auto place : places) bytes.push_back(std::to_integer<std::uint8_t>(place));
     SettingsKey(m_registry).SetBytes("Panels", std::move(bytes));
+}
+
+std::vector<std::uint8_t> SettingsStore::LoadToolbar() const
+{
+    return SettingsKey(m_registry).Bytes(kToolbar);
+}
+
+void SettingsStore::SaveToolbar(std::vector<std::uint8_t> layout)
+{
+    SettingsKey(m_registry).SetBytes(kToolbar, std::move(layout));
 }
 
 bool SettingsStore::LoadView(std::string_view setting) const

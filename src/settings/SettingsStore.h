@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <span>
 #include <string_view>
+#include <vector>
 
 // Where the program keeps its settings: one key of the current user. Reading never fails: what is missing,
 // of a wrong type, of an absurd size or out of its range is loaded as its default. A value that cannot be
@@ -32,6 +33,10 @@ public:
     void SaveRefreshInterval(std::int32_t interval);
 
     void SavePanels(std::span<const std::byte, 8> places);  // nothing reads it back
+
+    // The arrangement of the toolbar's buttons, in the toolbar's own format; empty when none is stored.
+    std::vector<std::uint8_t> LoadToolbar() const;
+    void SaveToolbar(std::vector<std::uint8_t> layout);
 
     // Is a part of the window shown? By the name of its setting, for example "ViewToolbar".
     bool LoadView(std::string_view setting) const;
