@@ -1,0 +1,121 @@
+#include "stats/CounterFeed.h"
+
+#include "support/ScriptedSource.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <memory>
+
+namespace {
+
+PublishedCounter Counter(std::string_view name, double value, std::uint32_t type = PdhType::RawCount)
+{
+    return {"Zentrel", "_Total", name, type, value, "explains it"};
+}
+
+class CounterFeedTest : public testing::Test {
+protected:
+    CounterFeedTest()
+    {
+        source.machines["web01"] = {Counter("Cache Hits", 5), Counter("Cache Misses", 7),
+                                    Counter("% Cache Hits", 37.5, PdhType::RawFraction)};
+        feed.SetServer(CounterServer{"web01", false});
+    }
+
+    CounterReading Read()
+    {
+        source.calls.clear();
+        return feed.Read();
+    }
+    static std::string Texts(const CounterReading& reading)
+    {
+        std::string text;
+        for (const double value : reading.values)
+            text += std::isnan(value) ? "- " : std::to_string(int(value)) + " ";
+        return text;
+    }
+
+    ScriptedSource source;
+    PerformanceData library{source};
+    CounterFeed feed{library,
+                     {{"\\Zentrel(_Total)\\Cache Misses", "Misses"},
+                      {"\\Zentrel(_Total)\\Gone", ""},
+                      {"\\Zentrel(_Total)\\% Cache Hits", ""}}};
+};
+
+}  // namespace
+
+TEST_F(CounterFeedTest, BringsTheListsCountersInOneRoundTrip)
+{
+    const auto reading = Read();
+    EXPECT_EQ(Texts(reading), "7 - 37 ") << "by row, whatever is missing between them";
+    EXPECT_TRUE(reading.trouble.starts_with("At least one of the performance counters is unavailable."));
+    EXPECT_EQ(feed.Rows()[2].type, PdhType::RawFraction);
+    EXPECT_EQ(feed.Rows()[0].label + feed.Rows()[0].explainText, "Missesexplains it");
+    source.machines["web01"][1].value = 8;
+    EXPECT_EQ(Texts(Read()), "8 - 37 ");
+    EXPECT_EQ(source.calls, "read(web01) ");
+    feed.Close();
+    EXPECT_EQ(source.calls, "read(web01) leave ") << "a closed feed holds nothing";
+}
+
+TEST_F(CounterFeedTest, TellsWhyThereIsNothingAndComesBack)
+{
+    feed.SetServer({});
+    EXPECT_EQ(Read().trouble, "There is no connection to a server.");
+    EXPECT_EQ(source.calls, "");
+    feed.SetServer(CounterServer{"web01", false});
+    source.errors["web01"] = 1722;
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_EQ(Read().trouble,
+                  "The performance counters cannot be read.\nError 0x800007D0 - Unable to connect "
+                  "to specified machine or machine is off line.");
+        EXPECT_EQ(source.calls, "read(web01) ") << "once, and the source keeps in mind what it waited for";
+    }
+    source.errors.clear();
+    EXPECT_EQ(Texts(Read()), "7 - 37 ");
+    source.errors["web01"] = 5;
+    const auto refused = Read();
+    EXPECT_EQ(Texts(refused), "- - - ");
+    EXPECT_TRUE(refused.trouble.starts_with("Cannot collect performance data\nError 0xC0000BC3 - "));
+    source.errors.clear();
+    EXPECT_EQ(Texts(Read()), "7 - 37 ");
+}
+
+TEST_F(CounterFeedTest, ALocalServerIsKnownByItsBarePathOrElseByItsName)
+{
+    feed.SetServer(CounterServer{"web01", true});
+    EXPECT_EQ(Texts(Read()), "7 - 37 ");
+    EXPECT_EQ(source.calls, "read() read(web01) read(web01) ");
+    source.machines[""] = {Counter("Cache Misses", 1), Counter("Gone", 2), Counter("% Cache Hits", 3)};
+    feed.Close();
+    const auto reading = Read();
+    EXPECT_EQ(Texts(reading) + reading.trouble, "1 2 3 ");
+}
+
+// Whatever messages do at each wait of a first reading: opening, adding, collecting.
+TEST_F(CounterFeedTest, SurvivesWhatHappensWhileItWaits)
+{
+    for (int at = 1; at <= 2; ++at) {
+        for (const bool isClosed : {true, false}) {
+            feed.SetServer(CounterServer{"web01", false});
+            int waits = 0;
+            source.onRead = [&] {
+                if (++waits != at) return;
+                isClosed ? feed.Close() : feed.SetServer(CounterServer{"web02", false});
+            };
+            EXPECT_FALSE(Read().isCurrent) << at << isClosed;
+        }
+    }
+    source.onRead = [] {};
+    source.machines["web02"] = source.machines["web01"];
+    EXPECT_EQ(Texts(Read()), "7 - 37 ");
+    EXPECT_EQ(source.calls, "read(web02) read(web02) ");
+
+    auto kept = std::make_shared<CounterFeed>(library, MakeCounterList());
+    kept->SetServer(CounterServer{"web01", false});
+    source.onRead = [&] { kept.reset(); };
+    const auto held = kept;
+    EXPECT_TRUE(held->Read().isCurrent);
+}
