@@ -1,0 +1,226 @@
+#include "export/ReportTables.h"
+
+#include "base/Translate.h"
+#include "export/ExportRows.h"
+
+#include <initializer_list>
+#include <span>
+#include <unordered_map>
+
+namespace {
+
+std::string Say(const char* text)
+{
+    return Translate("CacheReport", text);
+}
+
+std::string Say(const char* text, std::initializer_list<std::string> values)
+{
+    auto said = Say(text);
+    char mark[] = "%1";
+    for (const auto& value : values) {
+        if (const auto place = said.find(mark); place != std::string::npos) said.replace(place, 2, value);
+        ++mark[1];
+    }
+    return said;
+}
+
+enum class Figure {
+    Count,
+    Uncompressed,
+    Compressed,
+    Ratio,
+    Saved,
+    Sent,
+    Plain,
+    Hits,
+    CacheHits,
+    Replaced,
+    Cpu
+};
+using Figures = std::span<const Figure>;
+
+constexpr Figure kAllFigures[]{Figure::Count,     Figure::Uncompressed, Figure::Compressed, Figure::Ratio,
+                               Figure::Saved,     Figure::Sent,         Figure::Plain,      Figure::Hits,
+                               Figure::CacheHits, Figure::Replaced,     Figure::Cpu};
+constexpr Figure kPartFigures[]{Figure::Count, Figure::Uncompressed, Figure::Compressed,
+                                Figure::Ratio, Figure::Saved,        Figure::Hits};
+constexpr Figure kLevelFigures[]{Figure::Count, Figure::Uncompressed, Figure::Compressed, Figure::Ratio,
+                                 Figure::Cpu};
+constexpr Figure kSaverFigures[]{Figure::Saved, Figure::Sent, Figure::Ratio, Figure::Hits};
+constexpr Figure kSizeFigures[]{Figure::Uncompressed, Figure::Compressed, Figure::Ratio};
+constexpr Figure kSizeAndHitFigures[]{Figure::Uncompressed, Figure::Compressed, Figure::Ratio, Figure::Hits};
+
+ReportColumn ColumnOf(Figure figure)
+{
+    switch (figure) {
+    case Figure::Count: return {"count", Say("Cached URLs")};
+    case Figure::Uncompressed: return {"uncompressedSize", Say("Uncompressed"), FormatKind::Large};
+    case Figure::Compressed: return {"compressedSize", Say("Compressed"), FormatKind::Large};
+    case Figure::Ratio: return {"ratio", Say("Ratio"), FormatKind::Percent};
+    case Figure::Saved: return {"bandwidthSavings", Say("Bandwidth saved"), FormatKind::Large};
+    case Figure::Sent: return {"servedCompressed", Say("Sent compressed"), FormatKind::Large};
+    case Figure::Plain: return {"uncompEquivalent", Say("Would be sent uncompressed"), FormatKind::Large};
+    case Figure::Hits: return {"totalHits", Say("Hits")};
+    case Figure::CacheHits: return {"cacheHits", Say("Hits answered from the cache")};
+    case Figure::Replaced: return {"overwrites", Say("Replaced versions")};
+    case Figure::Cpu: return {"cpuTime", Say("CPU time"), FormatKind::TimeSpan};
+    }
+    return {};
+}
+
+FormatInput ValueOf(Figure figure, const CacheFigures& figures)
+{
+    switch (figure) {
+    case Figure::Count: return figures.count;
+    case Figure::Uncompressed: return figures.uncompressedSize;
+    case Figure::Compressed: return figures.compressedSize;
+    case Figure::Ratio: return figures.Ratio();
+    case Figure::Saved: return figures.BandwidthSavings();
+    case Figure::Sent: return figures.servedCompressed;
+    case Figure::Plain: return figures.uncompEquivalent;
+    case Figure::Hits: return figures.totalHits;
+    case Figure::CacheHits: return figures.cacheHits;
+    case Figure::Replaced: return figures.overwrites;
+    case Figure::Cpu: return figures.cpuTime;
+    }
+    return {};
+}
+
+void AddColumns(ReportTable& table, Figures which)
+{
+    for (const auto figure : which) table.columns.push_back(ColumnOf(figure));
+}
+
+void AddCells(std::vector<FormatInput>& row, Figures which, const CacheFigures& figures)
+{
+    for (const auto figure : which) row.push_back(ValueOf(figure, figures));
+}
+
+std::vector<FormatInput> NamedRow(std::string name, Figures which, const CacheFigures& figures)
+{
+    std::vector<FormatInput> row{std::move(name)};
+    AddCells(row, which, figures);
+    return row;
+}
+
+ReportTable PartsTable(const ReportParts& parts, std::string_view key, std::string title, ReportColumn name)
+{
+    ReportTable table{std::string(key), std::move(title), {}, {std::move(name)}, {}, {}, {}};
+    AddColumns(table, kPartFigures);
+    for (const auto& part : parts.named)
+        table.rows.push_back(NamedRow(part.name, kPartFigures, part.figures));
+    if (parts.others > 0) table.others = NamedRow(OthersName(parts.others), kPartFigures, parts.otherFigures);
+    return table;
+}
+
+using SiteNames = std::unordered_map<std::int32_t, std::string>;
+
+// What a list of entries is about.
+struct ListKind {
+    const char* key;
+    const char* title;
+    const char* what;  // which ones belong there
+    Figures figures;
+    bool hasExpiry = false;
+};
+
+ReportTable ListTable(const ListKind& kind, const ReportList& list, const SiteNames& sites)
+{
+    ReportTable table{kind.key, Say(kind.title), {}, {}, {}, {}, list.all};
+    table.note =
+        Say(kind.what) + ' ' +
+        (list.all.count == 0
+             ? Say("There are none.")
+             : Say("Shown: %1 of %2.", {std::to_string(list.top.size()), std::to_string(list.all.count)}));
+    table.columns = {{"path", Say("URL"), FormatKind::Plain, true},
+                     {"queryHash", Say("Query"), FormatKind::Plain, true, true},
+                     {"site", Say("Site"), FormatKind::Plain, true}};
+    if (kind.hasExpiry) table.columns.push_back({"expires", Say("Expired")});
+    AddColumns(table, kind.figures);
+    for (const auto& entry : list.top) {
+        const auto site = sites.find(entry.site);
+        std::vector<FormatInput> row{entry.path, entry.queryHash,
+                                     site != sites.end() ? site->second : std::to_string(entry.site)};
+        if (kind.hasExpiry) row.push_back(entry.expires);
+        AddCells(row, kind.figures, entry.figures);
+        table.rows.push_back(std::move(row));
+    }
+    return table;
+}
+
+void AddLists(std::vector<ReportTable>& tables, const CacheReport& report)
+{
+    SiteNames sites;
+    for (const auto& site : report.sites.named) sites.emplace(site.number, site.name);
+    const ListKind savers{"savers", "Largest savers", "Cached URLs that save bandwidth, the most first.",
+                          kSaverFigures};
+    const ListKind neverHit{"neverHit", "Never hit",
+                            "Cached URLs that nobody asked for again, the largest first.", kSizeFigures};
+    const ListKind poorRatio{"poorRatio", "Poor ratios",
+                             "Cached URLs compressed to more than 95% of their size, the worst first.",
+                             kSizeAndHitFigures};
+    const ListKind expired{"expired", "Expired",
+                           "Cached URLs that had expired when the cache was scanned, the oldest first.",
+                           kSizeAndHitFigures, true};
+    tables.push_back(ListTable(savers, report.savers, sites));
+    tables.push_back(ListTable(neverHit, report.neverHit, sites));
+    tables.push_back(ListTable(poorRatio, report.poorRatio, sites));
+    tables.push_back(ListTable(expired, report.expired, sites));
+}
+
+ReportTable LevelsTable(const CacheReport& report)
+{
+    ReportTable table{"levels", Say("Compression levels"), {}, {{"level", Say("Level")}}, {}, {}, {}};
+    AddColumns(table, kLevelFigures);
+    for (std::size_t level = 0; level < CacheReport::kLevels; ++level)
+        table.rows.push_back(NamedRow(std::to_string(level), kLevelFigures, report.levels[level]));
+    table.rows.push_back(NamedRow(Say("Other"), kLevelFigures, report.levels.back()));
+    return table;
+}
+
+}  // namespace
+
+ReportTable FiguresTable(const CacheFigures& figures)
+{
+    ReportTable table{"totals", Say("Totals"), {}, {}, {{}}, {}, {}, true};
+    AddColumns(table, kAllFigures);
+    AddCells(table.rows.front(), kAllFigures, figures);
+    return table;
+}
+
+std::vector<ReportTable> ReportTables(const CacheReport& report)
+{
+    std::vector<ReportTable> tables{FiguresTable(report.totals)};
+    tables.push_back(
+        PartsTable(report.sites, "sites", Say("Sites"), {"site", Say("Site"), FormatKind::Plain, true}));
+    tables.push_back(PartsTable(report.types, ReportKey::Types, Say("File types"),
+                                {"type", Say("File type"), FormatKind::Plain, true, false, TypeName({})}));
+    AddLists(tables, report);
+    tables.push_back(LevelsTable(report));
+    return tables;
+}
+
+std::string CellText(const FormatInput& cell, const ReportColumn& column, const FormatLocale& locale)
+{
+    if (const auto* const text = std::get_if<std::string>(&cell)) return text->empty() ? column.empty : *text;
+    return FormatValue(cell, column.kind, locale);
+}
+
+std::string TypeName(const std::string& type)
+{
+    return type.empty() ? Say("(none)") : type;
+}
+
+std::string OthersName(std::int64_t others)
+{
+    return Say("Others (%1)", {std::to_string(others)});
+}
+
+std::optional<std::string> IsoText(DateTime moment)
+{
+    const auto value = MomentValue(moment);
+    const auto* const text = std::get_if<std::string>(&value);
+    if (text == nullptr) return {};
+    return *text;
+}
