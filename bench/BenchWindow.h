@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cache/CacheScan.h"
+#include "help/QtOutside.h"
 #include "shell/ProcessState.h"
 #include "shell/QtMessagePump.h"
 #include "shell/QtScreenPointer.h"
@@ -24,7 +25,7 @@ public:
     BenchWindow(std::shared_ptr<zentrel::Transport> transport, MessagePump& pump)
         : registry(RegistryStore::Open({}, {}, trouble)),
           state(transport, transport, *registry),
-          window(state, {*this, pump, pointer})
+          window(state, {*this, pump, pointer, web, starter})
     {
         state.settings.Sites.Add(1);
         window.resize(1000, 700);
@@ -49,6 +50,8 @@ public:
 
     QtMessagePump ownPump;
     QtScreenPointer pointer;
+    QtWebOpener web;
+    QtProgramStarter starter;
     std::string trouble;
     std::unique_ptr<RegistryStore> registry;  // in memory
     ProcessState state;

@@ -13,8 +13,12 @@ class RemoteServer;
 // Each file of benchmarks registers its own. scratch: a folder for their files, removed afterwards.
 void RegisterScanBenches(const std::filesystem::path& scratch);
 void RegisterViewBenches(const std::filesystem::path& scratch);
+void RegisterFileTypesBenches(const std::filesystem::path& scratch);
 void RegisterStartBenches();
+void RegisterAnalysisBenches(const std::filesystem::path& scratch);
 void RegisterWarmBenches(const std::filesystem::path& scratch);
+void RegisterDeletionBenches(const std::filesystem::path& scratch);
+void RegisterExportBenches(const std::filesystem::path& scratch);
 // Needs the data folders of the scan's. The servers must outlive the run.
 void RegisterRemoteBenches(const std::filesystem::path& scratch,
                            std::vector<std::unique_ptr<RemoteServer>>& servers);

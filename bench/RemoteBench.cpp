@@ -65,6 +65,10 @@ public:
     Done DeleteEntry(std::string_view key) override { return Real().DeleteEntry(key); }
     Done DeleteTree(std::string_view key) override { return Real().DeleteTree(key); }
     Result<std::string> GetCacheDir() override { return Real().GetCacheDir(); }
+    Result<std::unique_ptr<zentrel::CacheFileReader>> OpenCacheFile(std::string_view path) override
+    {
+        return Real().OpenCacheFile(path);
+    }
     Done ResetCounters() override { return Real().ResetCounters(); }
     Result<zentrel::CounterTotals> ReadCounters() override { return Real().ReadCounters(); }
 

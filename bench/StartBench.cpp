@@ -1,5 +1,6 @@
 #include "Benches.h"
 
+#include "help/QtOutside.h"
 #include "shell/ProcessState.h"
 #include "shell/QtMessageBoxes.h"
 #include "shell/QtMessagePump.h"
@@ -53,7 +54,9 @@ int ProbeStart(bool isMinimal, int argc, char** argv)
     const auto registry = RegistryStore::Open({}, {}, trouble);
     const auto servers = std::make_shared<zentrel::EmbeddedTransport>("/nonexistent", "bench");
     ProcessState state(servers, servers, *registry);
-    frmMain window(state, {boxes, pump, pointer});
+    QtWebOpener web;
+    QtProgramStarter starter;
+    frmMain window(state, {boxes, pump, pointer, web, starter});
     return TellPainted(window);
 }
 

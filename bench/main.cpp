@@ -71,8 +71,12 @@ int main(int argc, char** argv)
     if (!scratch) return 1;
     RegisterScanBenches(scratch->Path());
     RegisterViewBenches(scratch->Path());
+    RegisterFileTypesBenches(scratch->Path());
     RegisterStartBenches();
+    RegisterAnalysisBenches(scratch->Path());
     RegisterWarmBenches(scratch->Path());
+    RegisterDeletionBenches(scratch->Path());
+    RegisterExportBenches(scratch->Path());
     std::vector<std::unique_ptr<RemoteServer>> servers;
     RegisterRemoteBenches(scratch->Path(), servers);
     MedianReporter reporter;

@@ -10,11 +10,6 @@ constexpr std::string_view kScanRoot = "LM/W3SVC/";
 // the whole path, and its server may be making it up.
 constexpr std::size_t kLongestPath = 16'384;
 
-bool IsUrl(NodeKind kind)
-{
-    return kind == NodeKind::File || kind == NodeKind::MultiFile;
-}
-
 // Property 3001 of keys, read from the server. Errors count as absence.
 class AdminRoots : public VirtualRootReader {
 public:

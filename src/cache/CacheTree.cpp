@@ -205,6 +205,16 @@ void CacheTree::SortChildren(NodeId parent, const std::function<void()>& tick)
         m_nodes[children[row]].row = static_cast<std::uint32_t>(row);
 }
 
+void CacheTree::Remove(NodeId node)
+{
+    auto& branch = m_branches[m_nodes[Parent(node)].branch];
+    auto& children = branch.children;
+    auto row = Row(node);
+    children.erase(children.begin() + static_cast<std::ptrdiff_t>(row));
+    for (; row < children.size(); ++row) m_nodes[children[row]].row = static_cast<std::uint32_t>(row);
+    if (branch.byName != nullptr) branch.byName->erase(Name(node));
+}
+
 void CacheTree::Clear()
 {
     m_nodes.clear();

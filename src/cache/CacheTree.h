@@ -14,6 +14,12 @@
 
 enum class NodeKind : std::uint8_t { Root, WebSite, Folder, VDir, File, MultiFile };
 
+// One cached URL, be it with variants.
+inline bool IsUrl(NodeKind kind)
+{
+    return kind == NodeKind::File || kind == NodeKind::MultiFile;
+}
+
 // The image keys that the kinds are known by: "IIS", "WebSite", "Folder", "VDir", "File", "MultiFile".
 std::string_view ImageKey(NodeKind kind);
 
@@ -58,6 +64,10 @@ public:
     // Sorts the children of a site, folder or virtual directory by text; to be called when they are all
     // there. `tick` is called every few thousand steps.
     void SortChildren(NodeId parent, const std::function<void()>& tick);
+
+    // Takes a node out, with all below it; not the root. Only its siblings get other rows. What is left can
+    // be read as before, but nothing is added any more until Clear, which frees what was taken out.
+    void Remove(NodeId node);
 
     void Clear();
 

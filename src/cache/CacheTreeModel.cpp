@@ -39,6 +39,14 @@ void CacheTreeModel::SetTree(const CacheTree* tree)
     endResetModel();
 }
 
+void CacheTreeModel::TakeOut(CacheTree& tree, NodeId node)
+{
+    const auto row = static_cast<int>(tree.Row(node));
+    beginRemoveRows(IndexOf(tree.Parent(node)), row, row);
+    tree.Remove(node);
+    endRemoveRows();
+}
+
 NodeId CacheTreeModel::NodeOf(const QModelIndex& index)
 {
     return index.isValid() ? static_cast<NodeId>(index.internalId()) : kNoNode;

@@ -21,6 +21,9 @@ public:
     // Null shows nothing. The tree is not owned.
     void SetTree(const CacheTree* tree);
 
+    // Takes a node that is not the root out of `tree`, the one that is set, and out of the views.
+    void TakeOut(CacheTree& tree, NodeId node);
+
     static NodeId NodeOf(const QModelIndex& index);  // kNoNode for an invalid index
     QModelIndex IndexOf(NodeId node) const;          // invalid for kNoNode and without a tree
 

@@ -2,6 +2,7 @@
 
 #include <QContextMenuEvent>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QScrollBar>
 
 #include <algorithm>
@@ -25,6 +26,7 @@ CacheTreeView::CacheTreeView(QWidget* parent) : QTreeView(parent)
     header()->setStretchLastSection(false);
     header()->setMinimumSectionSize(0);
 
+    connect(this, &QTreeView::doubleClicked, this, [this] { Q_EMIT DetailsWanted(false); });
     connect(verticalScrollBar(), &QScrollBar::valueChanged, this, &CacheTreeView::WidenColumn);
 }
 
@@ -41,6 +43,32 @@ void CacheTreeView::contextMenuEvent(QContextMenuEvent* event)
     if (!row.isValid()) return;
     setCurrentIndex(row);
     Q_EMIT MenuWanted(byKey ? viewport()->mapToGlobal(visualRect(row).center()) : event->globalPos());
+}
+
+void CacheTreeView::keyPressEvent(QKeyEvent* event)
+{
+    const auto modifiers = event->modifiers() & ~Qt::KeypadModifier;
+    const bool isPlain = modifiers == Qt::NoModifier;
+    const auto tell = [&](auto signal) {
+        event->accept();
+        if (!event->isAutoRepeat()) signal();
+    };
+    switch (event->key()) {
+    case Qt::Key_F7: tell([&] { Q_EMIT DetailsWanted(modifiers.testFlag(Qt::ControlModifier)); }); return;
+    case Qt::Key_F8:
+    case Qt::Key_Delete:
+        if (isPlain) {
+            tell([this] { Q_EMIT RemovalWanted(); });
+            return;
+        }
+        break;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        if (isPlain) tell([this] { Q_EMIT EnterPressed(); });
+        break;
+    default: break;
+    }
+    QTreeView::keyPressEvent(event);
 }
 
 void CacheTreeView::updateGeometries()

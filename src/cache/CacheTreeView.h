@@ -14,9 +14,13 @@ public:
 Q_SIGNALS:
     // The user asked for the menu of a row, by mouse or by key. The row is the current one now.
     void MenuWanted(const QPoint& globalPlace);
+    void DetailsWanted(bool withAnalysis);  // F7, with Ctrl for the analysis; a double click on a row
+    void EnterPressed();
+    void RemovalWanted();  // Delete or F8; a key that is held down asks once
 
 protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void updateGeometries() override;
 
 private:

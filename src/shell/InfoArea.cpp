@@ -1,5 +1,6 @@
 #include "shell/InfoArea.h"
 
+#include "base/Twips.h"
 #include "cache/InfoRows.h"
 #include "controls/PaneFocus.h"
 #include "stats/InitPerfCounters.h"
@@ -184,6 +185,17 @@ void InfoArea::ShowNode(NodeId node)
 }
 
 // ---- the performance summary
+
+void InfoArea::UsePerfMenu(std::function<void(const QPoint&)> show)
+{
+    auto* const panel = &Panel(3);
+    QObject::connect(panel, &ActivePanel::MouseDown, panel, [panel, show](const MouseArgs& args) {
+        if (args.button != MouseButton::Right) return;
+        const QPoint place(qRound(PixelsFromTwips(args.x, panel->logicalDpiX())),
+                           qRound(PixelsFromTwips(args.y, panel->logicalDpiY())));
+        show(panel->Surface().mapToGlobal(place));
+    });
+}
 
 void InfoArea::CloseQuery()
 {

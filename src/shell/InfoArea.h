@@ -28,6 +28,7 @@ public:
              std::function<std::string()> caption);
     ~InfoArea() override;
 
+    void ClickPanelItem(std::size_t item) { m_items.Click(item); }  // see PanelItems
     // Fills the menu with the items mnuInfo_Item(0) to (5), which show and hide the panels.
     void BuildPanelsMenu(QMenu& menu);
 
@@ -35,6 +36,8 @@ public:
     void ShowContents();  // the file types and totals that it found
     void SetCacheInfo();
     void ShowNode(NodeId node);
+    // What the right mouse button over the performance summary calls.
+    void UsePerfMenu(std::function<void(const QPoint& globalPlace)> show);
     void UseTimer(std::function<void(bool)> enableTimer) { m_enableTimer = std::move(enableTimer); }
     void ShowToolTips(bool isVisible) { m_tips.SetVisible(isVisible); }
     std::array<std::byte, 8> PanelLayout() const;  // as it is saved

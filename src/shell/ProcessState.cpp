@@ -15,11 +15,12 @@ Settings LoadSettings(SettingsStore& store)
 }  // namespace
 
 ProcessState::ProcessState(std::shared_ptr<zentrel::Transport> servers,
-                           std::shared_ptr<zentrel::Transport> counterServers, RegistryStore& registry)
+                           std::shared_ptr<zentrel::Transport> counterServers, RegistryStore& store)
     : locale(ReadUserLocale()),
       contents(locale),
       computerName(ComputerName()),
-      settingsStore(registry),
+      registry(store),
+      settingsStore(store),
       settings(LoadSettings(settingsStore)),
       transport(std::move(servers)),
       server(transport),

@@ -1,6 +1,7 @@
 #include "shell/Program.h"
 
 #include "controls/Images.h"
+#include "help/QtOutside.h"
 #include "platform/ComputerName.h"
 #include "platform/ConfigFolder.h"
 #include "platform/RegistryStore.h"
@@ -157,7 +158,9 @@ int RunWindow(const StartOptions& options, const Transports& transports, DemoSer
     QtMessagePump pump;
     QtScreenPointer pointer;
     MessageBoxes& boxes = options.picture ? static_cast<MessageBoxes&>(console) : windows;
-    frmMain window(state, {boxes, pump, pointer});
+    QtWebOpener web;
+    QtProgramStarter starter;
+    frmMain window(state, {boxes, pump, pointer, web, starter});
     const auto visitors = demo == nullptr ? nullptr : demo->Visitors();
     window.Display();
     if (options.picture) {

@@ -44,6 +44,10 @@ BoxAnswer QtMessageBoxes::Show(const std::string& text, BoxStyle style, const st
     box.setText(PlainLines(text));
     box.setIcon(IconOf(style));
     box.setStandardButtons(Asks(style) ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok);
+    if (Asks(style)) {
+        box.setDefaultButton(QMessageBox::No);
+        box.setEscapeButton(QMessageBox::No);
+    }
     const int answer = box.exec();
     if (!Asks(style)) return BoxAnswer::Ok;
     return answer == QMessageBox::Yes ? BoxAnswer::Yes : BoxAnswer::No;

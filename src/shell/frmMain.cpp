@@ -4,9 +4,11 @@
 #include "controls/PlainText.h"
 #include "server/frmServer.h"
 #include "shell/OfferedSites.h"
+#include "shell/Operation.h"
 #include "shell/frmOptions.h"
 
 #include <QCloseEvent>
+#include <QDateTime>
 #include <QDialog>
 
 #include <algorithm>
@@ -21,30 +23,15 @@ std::string VersionText()
 
 }  // namespace
 
-// Marks an operation that lets messages run. A window that the user closes meanwhile goes down when the
-// outermost operation has ended, so that nothing below it on the stack works on a window that is gone.
-class frmMain::Operation {
-public:
-    explicit Operation(frmMain& window) : m_window(window) { ++m_window.m_operations; }
-    ~Operation()
-    {
-        if (--m_window.m_operations == 0 && m_window.m_isClosing) m_window.close();
-    }
-    Operation(const Operation&) = delete;
-    Operation& operator=(const Operation&) = delete;
-
-private:
-    frmMain& m_window;
-};
-
 frmMain::frmMain(ProcessState& state, const Desktop& desktop)
-    : Toolbar(new QToolBar(this)),
+    : Toolbar(new CustomToolBar(QStringLiteral("Toolbar"), this)),
       StatusBar(new StatusPanels(this)),
       TopStrip(new QFrame(this)),
       lblTopStrip(new PlainLabel(QStringLiteral("lblTopStrip"), tr("Server"), TopStrip)),
       spltMain(new Splitter(QStringLiteral("spltMain"), this)),
       trvFiles(new CacheTreeView(spltMain)),
       mnuPopUp_Tree(new QMenu(this)),
+      mnuPopUp_Perf(new QMenu(this)),
       m_state(state),
       m_desktop(desktop),
       m_scan(state.server, state.cache, {*this, *this, desktop.boxes, desktop.pump, desktop.pointer},
@@ -55,7 +42,11 @@ frmMain::frmMain(ProcessState& state, const Desktop& desktop)
           {*this, *this, desktop.boxes, desktop.pump, desktop.pointer, state.transport.get(), &m_info}),
       m_selection(state.transport, state.server, state.computerName, state.settings,
                   {desktop.boxes, desktop.pointer}),
-      m_placer(*this)
+      m_removal(state.cache, *this, desktop.boxes, desktop.pointer),
+      m_placer(*this),
+      m_helpKey([this]() -> frmHelp& { return Help(); }),
+      m_details({state.server, state.cache, desktop.boxes, desktop.pump, desktop.pointer, state.tempFiles},
+                state.locale)
 {
     Load();
 }
@@ -67,7 +58,7 @@ void frmMain::Load()
     BuildClientArea();
     BuildToolbar();
     BuildMenuBar();
-    BuildPopUp();
+    BuildPopUps();
     SetCaption(std::string(kProgramTitle));
     SetTopStrip({});
     StatusBar->SetVersion(VersionText());
@@ -104,6 +95,7 @@ void frmMain::RestoreSettings()
         row.show(row.item->isChecked());
     }
     tmrStats->Restore(store.LoadRefreshInterval(tmrStats->Interval()));
+    Toolbar->RestoreLayout(store.LoadToolbar());
 }
 
 void frmMain::Unload()
@@ -113,10 +105,16 @@ void frmMain::Unload()
     ForgetContents();
     if (settings.SaveWindowPos) store.SavePlacement(m_placer.Read(), tmrStats->Interval());
     if (settings.SavePanels) store.SavePanels(m_info.PanelLayout());
-    if (settings.SaveView) SaveViews();
+    if (settings.SaveView) {
+        SaveViews();
+        store.SaveToolbar(Toolbar->StoredLayout());
+    }
     if (settings.SaveAutoStats) store.SaveRefreshInterval(tmrStats->Interval());
     tmrStats->SetEnabled(false);
     m_info.CloseQuery();
+    if (m_console != nullptr) m_console->close();
+    if (m_help != nullptr) m_help->close();
+    for (auto* const dialog : findChildren<QDialog*>()) dialog->reject();
     store.Save(settings);
     m_isUnloaded = true;
 }
@@ -172,7 +170,7 @@ void frmMain::TakeFirst(const FirstConnection& first)
 // Not while a scan or a connection is under way, which work on the server that stands.
 void frmMain::SelectSites(bool force)
 {
-    if (m_isClosing || m_scan.IsBusy() || m_connection.IsBusy()) return;
+    if (m_isClosing || IsOccupied()) return;
     const Operation running(*this);
     ::SelectSites(force, m_selection, *this);
 }
@@ -183,19 +181,27 @@ void frmMain::ShowSelection()
     dialog.ShowModal();
 }
 
+bool frmMain::IsOccupied() const
+{
+    return m_scan.IsBusy() || m_connection.IsBusy() || m_removal.IsBusy();
+}
+
 void frmMain::ConnectToServer()
 {
-    if (m_isClosing || m_scan.IsBusy() || m_connection.IsBusy()) return;
+    if (m_isClosing || IsOccupied()) return;
     const Operation running(*this);
+    if (m_console != nullptr) m_console->SetServer(std::nullopt);
     m_connection.ConnectToServer();
+    TellConsole();
     StatusBar->ShowConnected(m_connection.IsConnected());
 }
 
 void frmMain::Rescan()
 {
-    if (m_isClosing || m_scan.IsBusy() || m_connection.IsBusy() || !IsConnected()) return;
+    if (m_isClosing || IsOccupied() || !IsConnected()) return;
     const Operation running(*this);
     m_scan.Rescan(m_state.settings.Sites.Slots(), m_connection.IsConnected());
+    NoteScan();
     UpdatePerfSummary();
 }
 
@@ -209,9 +215,19 @@ void frmMain::UpdatePerfSummary()
 
 void frmMain::LoadInfo2()
 {
-    if (m_isClosing || !IsConnected()) return;
+    if (m_isClosing || IsOccupied() || !IsConnected()) return;
     const Operation running(*this);
     m_scan.LoadInfo2(m_state.settings.Sites.Slots());
+    NoteScan();
+}
+
+void frmMain::NoteScan()
+{
+    static const QDate dayZero(1899, 12, 30);
+    const auto now = QDateTime::currentDateTime();
+    m_state.scannedAt.days = static_cast<double>(dayZero.daysTo(now.date())) +
+                             now.time().msecsSinceStartOfDay() / (24.0 * 60 * 60 * 1000);
+    m_state.scannedServer = m_state.server.ServerName();
 }
 
 void frmMain::ExpandAll()
@@ -223,17 +239,6 @@ void frmMain::ExpandAll()
     trvFiles->expandAll();
     trvFiles->scrollTo(m_model.index(0, 0));
     ShowTree();
-}
-
-void frmMain::RefreshFileNode()
-{
-    if (m_isClosing || !IsConnected()) return;
-    const Operation running(*this);
-    const auto node = SelectedNode();
-    if (node == kNoNode) return;
-    m_scan.RefreshFileNode(node);
-    m_info.SetCacheInfo();
-    m_info.ShowNode(node);
 }
 
 void frmMain::Stop()
@@ -300,9 +305,4 @@ void frmMain::ShowContents()
     m_model.SetTree(&m_state.contents.tree);
     trvFiles->expand(m_model.index(0, 0));
     m_info.ShowContents();
-}
-
-NodeId frmMain::SelectedNode() const
-{
-    return CacheTreeModel::NodeOf(trvFiles->currentIndex());
 }

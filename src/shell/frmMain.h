@@ -3,6 +3,11 @@
 #include "cache/CacheScan.h"
 #include "cache/CacheTreeModel.h"
 #include "cache/CacheTreeView.h"
+#include "controls/CustomToolBar.h"
+#include "help/HelpKey.h"
+#include "help/frmHelp.h"
+#include "ops/CacheRemoval.h"
+#include "ops/frmFileInfo.h"
 #include "server/ConnectRoutine.h"
 #include "server/SelectSites.h"
 #include "shell/AutoRefresh.h"
@@ -10,10 +15,10 @@
 #include "shell/ProcessState.h"
 #include "shell/StatusPanels.h"
 #include "shell/WindowPlacer.h"
+#include "stats/CountersConsole.h"
 
 #include <QMainWindow>
 #include <QMenu>
-#include <QToolBar>
 
 #include <functional>
 #include <string>
@@ -25,7 +30,8 @@ class frmMain : public QMainWindow,
                 public ScanScreen,
                 public StatusLine,
                 public ConnectionDisplay,
-                public SelectSitesHost {
+                public SelectSitesHost,
+                private RemovalScreen {
     Q_OBJECT
 
 public:
@@ -44,7 +50,16 @@ public:
     void ExpandAll();
     void UpdatePerfSummary();
     void RefreshFileNode();  // reads the selected URL's record again
-    void Stop();             // ends a running scan after the entry in progress
+    void RemoveNodeCache();  // of the selected node
+    void CleanCache();       // of the whole server
+    void ResetCounters();
+    void ShowCounters();                 // the counters console
+    void ShowFileDetails(bool analyse);  // of the selected URL
+    void CustomizeToolbar();
+    void ShowHelp();
+    void OpenWebSite();
+    void ShowAbout();
+    void Stop();  // ends a running scan after the entry in progress
     void Exit() { close(); }
     void SavePosition();  // placement, panels, views and interval, whatever the save switches say
     void ShowOptions();
@@ -68,13 +83,14 @@ public:
     void SetSiteCount(int count) override { m_connection.SetSiteCount(count); }
     void FocusTree() override { trvFiles->setFocus(); }
 
-    QToolBar* const Toolbar;
+    CustomToolBar* const Toolbar;
     StatusPanels* const StatusBar;
     QFrame* const TopStrip;
     PlainLabel* const lblTopStrip;
     Splitter* const spltMain;
     CacheTreeView* const trvFiles;
     QMenu* const mnuPopUp_Tree;
+    QMenu* const mnuPopUp_Perf;
     AutoRefresh* tmrStats = nullptr;
 
 protected:
@@ -99,9 +115,13 @@ private:
     void SelectStartServer();
     void TakeFirst(const FirstConnection& first);
 
+    void NoteScan();
+    bool IsOccupied() const;  // with something that works on the tree or on the connection
+
     // In frmMainControls.cpp:
     void BuildClientArea();
     void BuildToolbar();
+    void ClickToolbar(const QString& key);
     void LayOutClientArea();
 
     // In frmMainMenus.cpp:
@@ -113,10 +133,22 @@ private:
     void BuildFileMenu();
     void BuildViewMenu();
     void BuildToolsMenu();
-    void BuildPopUp();
+    void BuildHelpMenu();
     void AddPaneKeys();
+    static void AddSeparator(QMenu* menu, const char* name);
+
+    // In frmMainPopUps.cpp:
+    void BuildPopUps();
     void ShowPopUp(const QPoint& globalPlace);
+
+    // In frmMainCommands.cpp:
+    std::optional<RemovalTarget> SelectedTarget() const override;
+    void TakeOut(const RemovalTarget& target) override;
     NodeId SelectedNode() const;
+
+    // In frmMainDialogs.cpp:
+    frmHelp& Help();
+    void TellConsole();
 
     ProcessState& m_state;
     const Desktop m_desktop;
@@ -125,7 +157,13 @@ private:
     ConnectRoutine m_connection;
     ServerSelection m_selection;
     CacheTreeModel m_model;
+    CacheRemoval m_removal;
     WindowPlacer m_placer;
+    HelpBook m_helpBook;
+    std::unique_ptr<frmHelp> m_help;             // made when it is first wanted
+    std::unique_ptr<CountersConsole> m_console;  // likewise
+    HelpKey m_helpKey;
+    frmFileInfo m_details;
     std::vector<ViewRow> m_views;
 
     std::string m_caption;

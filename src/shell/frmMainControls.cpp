@@ -1,7 +1,6 @@
 // How the main window's controls are made and laid out.
 #include "shell/frmMain.h"
 
-#include "controls/Images.h"
 #include "shell/ClientHeights.h"
 
 #include <QEvent>
@@ -11,6 +10,14 @@
 namespace {
 
 constexpr QSize kDesignSize(800, 600);  // until a placement is loaded
+
+// The toolbar's buttons by their keys.
+const QString kConnect = QStringLiteral("Connect");
+const QString kStop = QStringLiteral("Stop");
+const QString kRefresh = QStringLiteral("Refresh");
+const QString kRemove = QStringLiteral("Remove");
+const QString kPanels = QStringLiteral("Panels");
+const QString kHelp = QStringLiteral("Help");
 
 }  // namespace
 
@@ -34,7 +41,6 @@ void frmMain::BuildClientArea()
     trvFiles->setObjectName(QStringLiteral("trvFiles"));
     trvFiles->setAccessibleName(tr("Cached files"));
     trvFiles->setModel(&m_model);
-    connect(trvFiles, &CacheTreeView::MenuWanted, this, &frmMain::ShowPopUp);
     connect(trvFiles->selectionModel(), &QItemSelectionModel::currentChanged, this,
             [this](const QModelIndex& index) { m_info.ShowNode(CacheTreeModel::NodeOf(index)); });
 
@@ -44,22 +50,51 @@ void frmMain::BuildClientArea()
 
 void frmMain::BuildToolbar()
 {
-    Toolbar->setObjectName(QStringLiteral("Toolbar"));
+    const auto image = [](const char* key) { return QString::fromLatin1(key); };
+    const std::vector<ToolbarEntry> panels{{tr("File type totals"), image("0")},
+                                           {tr("Cache totals"), image("1")},
+                                           {tr("File info"), image("2")},
+                                           {tr("Performance summary"), image("3")}};
     Toolbar->setWindowTitle(tr("Standard"));
     Toolbar->setMovable(false);
     Toolbar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    Toolbar->SetButtons({
+        {kConnect, tr(" Connect "), tr("Connect"), tr("Connect to another IIS server"), image("Connect")},
+        {kStop, tr(" Stop "), tr("Stop Reload"), tr("Stop reload operation"), image("Stop")},
+        {kRefresh, tr(" Refresh "), tr("Refresh"), tr("Reload cache information from the server"),
+         image("Refresh")},
+        {},
+        {kRemove, tr(" Remove "), tr("Remove Cache"), tr("Remove cached files"), image("Delete")},
+        {},
+        {kPanels, tr(" Panels "), tr("View Panels"), tr("Select panels"), image("Views"), panels},
+        {kHelp, tr(" Help "), tr("Help"), tr("Open help contents"), image("Help")},
+    });
     addToolBar(Toolbar);
-
-    auto* const connectTo = AddCommand(Toolbar, "Connect", tr(" Connect "), [this] { SelectSites(true); });
-    connectTo->setIcon(Image(QStringLiteral("Connect")));
-    connectTo->setToolTip(tr("Connect to another IIS server"));
-    auto* const stop = AddCommand(Toolbar, "Stop", tr(" Stop "), [this] { Stop(); });
-    stop->setIcon(Image(QStringLiteral("Stop")));
-    stop->setToolTip(tr("Stop reload operation"));
+    // The key works as well while the button is off the bar.
+    auto* const stop = Toolbar->Button("Stop");
     stop->setShortcut(Qt::Key_Escape);
-    auto* const refresh = AddCommand(Toolbar, "Refresh", tr(" Refresh "), [this] { Rescan(); });
-    refresh->setIcon(Image(QStringLiteral("Refresh")));
-    refresh->setToolTip(tr("Reload cache information from the server"));
+    addAction(stop);
+    connect(Toolbar, &CustomToolBar::ButtonClicked, this, &frmMain::ClickToolbar);
+    connect(Toolbar, &CustomToolBar::EntryClicked, this, [this](const QString& key, const QString& tag) {
+        if (key == kPanels) m_info.ClickPanelItem(tag.toUInt());
+    });
+    connect(Toolbar, &CustomToolBar::MenuWanted, this, [this](const QPoint& globalPlace) {
+        findChild<QMenu*>(QStringLiteral("mnuView_Toolbars"))->popup(globalPlace);
+    });
+}
+
+void frmMain::ClickToolbar(const QString& key)
+{
+    if (key == kConnect)
+        SelectSites(true);
+    else if (key == kStop)
+        Stop();
+    else if (key == kRefresh)
+        Rescan();
+    else if (key == kRemove)
+        RemoveNodeCache();
+    else if (key == kHelp)
+        ShowHelp();
 }
 
 bool frmMain::eventFilter(QObject* watched, QEvent* event)

@@ -4,19 +4,10 @@
 #include <QMenuBar>
 #include <QShortcut>
 
-namespace {
-
-bool IsUrl(NodeKind kind)
-{
-    return kind == NodeKind::File || kind == NodeKind::MultiFile;
-}
-
-void AddSeparator(QMenu* menu, const char* name)
+void frmMain::AddSeparator(QMenu* menu, const char* name)
 {
     menu->addSeparator()->setObjectName(QLatin1String(name));
 }
-
-}  // namespace
 
 QMenu* frmMain::AddMenu(QMenu* parent, const char* name, const QString& caption)
 {
@@ -49,6 +40,7 @@ void frmMain::BuildMenuBar()
     BuildFileMenu();
     BuildViewMenu();
     BuildToolsMenu();
+    BuildHelpMenu();
     AddPaneKeys();
 }
 
@@ -88,6 +80,8 @@ void frmMain::BuildViewMenu()
     auto* const toolbars = AddMenu(menu, "mnuView_Toolbars", tr("&Toolbars"));
     auto* const toolbar = AddView(toolbars, "mnuToolbars_Main", tr("&Standard"));
     toolbar->setShortcut(Qt::CTRL | Qt::Key_T);
+    AddSeparator(toolbars, "mnuToolbars_Sep1");
+    AddCommand(toolbars, "mnuToolbars_Customize", tr("&Customize..."), [this] { CustomizeToolbar(); });
     auto* const statusBar = AddView(menu, "mnuView_StatusBar", tr("Status &Bar"));
     statusBar->setShortcut(Qt::CTRL | Qt::Key_B);
     AddSeparator(menu, "mnuView_Sep2");
@@ -104,6 +98,14 @@ void frmMain::BuildViewMenu()
 void frmMain::BuildToolsMenu()
 {
     auto* const menu = AddMenu(nullptr, "mnuTools", tr("&Tools"));
+    AddCommand(menu, "mnuTools_PerfCounters", tr("&Performance counters..."), [this] { ShowCounters(); });
+    AddCommand(menu, "mnuTools_RstPerfCounters", tr("&Reset Performance counters"),
+               [this] { ResetCounters(); });
+    AddSeparator(menu, "mnuTools_Sep1");
+    AddCommand(menu, "mnuTools_CleanCache", tr("&Full cache cleanup"), [this] {
+        CleanCache();
+    })->setShortcut(Qt::CTRL | Qt::Key_F8);
+    AddSeparator(menu, "mnuTools_Sep2");
     auto* const refresh = AddMenu(menu, "mnuTools_AutoUpdateStats", tr("&Auto-refresh statistics"));
     tmrStats = new AutoRefresh(refresh);
     connect(tmrStats, &AutoRefresh::Due, this, &frmMain::UpdatePerfSummary);
@@ -113,18 +115,11 @@ void frmMain::BuildToolsMenu()
     AddCommand(menu, "mnuTools_Options", tr("&Options..."), [this] { ShowOptions(); });
 }
 
-void frmMain::BuildPopUp()
+void frmMain::BuildHelpMenu()
 {
-    mnuPopUp_Tree->setObjectName(QStringLiteral("mnuPopUp_Tree"));
-    AddCommand(mnuPopUp_Tree, "mnuPopUp_Refresh", tr("&Refresh"), [this] { RefreshFileNode(); });
-    AddSeparator(mnuPopUp_Tree, "mnuPopUp_Sep2");
-    AddCommand(mnuPopUp_Tree, "mnuPopUp_Rescan", tr("Rescan &IIS"), [this] { Rescan(); });
-}
-
-void frmMain::ShowPopUp(const QPoint& globalPlace)
-{
-    const auto node = SelectedNode();
-    const bool isUrl = node != kNoNode && IsUrl(m_state.contents.tree.Kind(node));
-    mnuPopUp_Tree->findChild<QAction*>(QStringLiteral("mnuPopUp_Refresh"))->setEnabled(isUrl);
-    mnuPopUp_Tree->popup(globalPlace);
+    auto* const menu = AddMenu(nullptr, "mnuHelp", tr("&Help"));
+    AddCommand(menu, "mnuHelp_Contents", tr("&Contents..."), [this] { ShowHelp(); })->setShortcut(Qt::Key_F1);
+    AddCommand(menu, "mnuHelp_WebSite", tr("Zentrel &Website"), [this] { OpenWebSite(); });
+    AddSeparator(menu, "mnuHelp_Sep1");
+    AddCommand(menu, "mnuHelp_About", tr("&About..."), [this] { ShowAbout(); });
 }

@@ -1,3 +1,4 @@
+#include "help/PrintHelp.h"
 #include "shell/Program.h"
 #include "zentrel/SiteNumber.h"
 
@@ -37,12 +38,18 @@ int ParseAndRun(int argc, char** argv)
     app.add_option("--screenshot", options.picture,
                    "Write a picture of the window with the tree expanded, print its path and end")
         ->type_name("FILE");
+    std::string helpPage;
+    const auto* const help =
+        app.add_option("--help-page", helpPage, "Print a page of the help and end; without a name, the contents")
+            ->type_name("NAME")
+            ->expected(0, 1);
     app.set_version_flag("--version", "quillet " QUILLET_VERSION);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
         return error.get_exit_code() == 0 ? app.exit(error) : ReportUsage(error.what());
     }
+    if (help->count() != 0) return PrintHelpPage(std::cout, std::cerr, helpPage);
     options.choosesSites = !sites.empty();
     if (options.choosesSites && sites != "all") {
         const auto numbers = zentrel::ParseSiteNumbers(sites);

@@ -94,6 +94,10 @@ private:
         Done DeleteEntry(std::string_view path) override { return m_real->DeleteEntry(path); }
         Done DeleteTree(std::string_view path) override { return m_real->DeleteTree(path); }
         Result<std::string> GetCacheDir() override { return m_real->GetCacheDir(); }
+        Result<std::unique_ptr<zentrel::CacheFileReader>> OpenCacheFile(std::string_view path) override
+        {
+            return m_real->OpenCacheFile(path);
+        }
         Done ResetCounters() override { return m_real->ResetCounters(); }
         Result<zentrel::CounterTotals> ReadCounters() override { return m_real->ReadCounters(); }
 

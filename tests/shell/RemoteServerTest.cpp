@@ -290,7 +290,8 @@ TEST_F(RemoteServer, KilledInAScanLeavesWhatWasFoundAndCanBeReachedAgain)
     state.first.emplace();
     state.first->server = "web01";
     ScriptedPump pump;
-    frmMain window(state, Desktop{boxes, pump, pointer});
+    ScriptedOutside outside;
+    frmMain window(state, Desktop{boxes, pump, pointer, outside, outside});
     pump.onRun = [&](int) {
         if (state.contents.totals.Count != 50 || !server) return;
         server->Stop(std::chrono::milliseconds(0));

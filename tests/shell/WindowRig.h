@@ -12,15 +12,31 @@
 #include <memory>
 #include <vector>
 
+// Takes down what the program would have opened outside of itself.
+class ScriptedOutside : public WebOpener, public ProgramStarter {
+public:
+    void Open(const std::string& address) override { opened.push_back(address); }
+    bool Start(const std::filesystem::path& program) override
+    {
+        opened.push_back(program.string());
+        return true;
+    }
+
+    std::vector<std::string> opened;
+};
+
 class ScriptedBoxes : public MessageBoxes {
 public:
     BoxAnswer Show(const std::string& text, BoxStyle, const std::string& title) override
     {
         shown.push_back(title + ": " + text);
-        return BoxAnswer::Ok;
+        if (onShow) onShow();
+        return answer;
     }
 
     std::vector<std::string> shown;
+    BoxAnswer answer = BoxAnswer::Ok;
+    std::function<void()> onShow;  // while the box stands
 };
 
 // Runs a script instead of the event loop, which it enters at each call too when `isLive`.
@@ -64,7 +80,7 @@ public:
         state.emplace(servers, servers, *registry);
         state->settings.RememberLastServer = false;
         state->first.emplace();
-        window = std::make_unique<frmMain>(*state, Desktop{boxes, pump, pointer});
+        window = std::make_unique<frmMain>(*state, Desktop{boxes, pump, pointer, outside, outside});
     }
 
     // Two sites: one with a folder, a virtual directory and a URL of three variants, and an empty one.
@@ -79,7 +95,7 @@ public:
         store.Put(root + "/dir/page.htm", TestStore::Entry(2, 1000, 500));
         auto several = TestStore::Entry(3, 0, 0);
         store.Put(root + "/list.htm", several);
-        for (const char* query : {"0000000000000001", "0000000000000002", "0000000000000003"})
+        for (const char* query : {"000000000001", "000000000002", "000000000003"})
             store.Put(root + "/list.htm/" + query, TestStore::Variant(100, 10));
     }
 
@@ -96,6 +112,7 @@ public:
     ScriptedBoxes boxes;
     ScriptedPump pump;
     QtScreenPointer pointer;
+    ScriptedOutside outside;
     std::unique_ptr<RegistryStore> registry;
     std::optional<ProcessState> state;
     std::unique_ptr<frmMain> window;

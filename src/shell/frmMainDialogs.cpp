@@ -1,0 +1,76 @@
+// The windows and dialogs that the main window opens.
+#include "help/WebSite.h"
+#include "help/frmAbout.h"
+#include "shell/Operation.h"
+
+namespace {
+
+FileDetails DetailsOf(const FileInfo& info)
+{
+    return {info.FileName,  info.FilePath,       info.PhysycalPath(),   info.CacheFilePath(),
+            info.CompLevel, info.CompressedSize, info.UncompressedSize, info.Ratio(),
+            info.TotalHits, info.CacheHits};
+}
+
+}  // namespace
+
+// The dialog works on a copy of the record: the node may be gone before it is closed.
+void frmMain::ShowFileDetails(bool analyse)
+{
+    if (m_isClosing || IsOccupied()) return;
+    const auto node = SelectedNode();
+    const auto& tree = m_state.contents.tree;
+    if (node == kNoNode || !IsUrl(tree.Kind(node)) || !tree.HasInfo(node)) return;
+    const Operation running(*this);
+    m_details.ShowInfo(this, DetailsOf(tree.Info(node)), analyse);
+}
+
+void frmMain::ShowCounters()
+{
+    if (m_isClosing) return;
+    if (m_console == nullptr) {
+        m_console = std::make_unique<CountersConsole>(CountersConsoleHost{
+            m_state.performanceData, m_state.counterList, m_desktop.boxes, m_state.locale});
+        TellConsole();
+    }
+    m_console->Open();
+}
+
+// The console reads the server that this window is connected to.
+void frmMain::TellConsole()
+{
+    if (m_console == nullptr) return;
+    if (IsConnected())
+        m_console->SetServer(CounterServer{m_state.server.ServerName(), m_state.server.IsLocal()});
+    else
+        m_console->SetServer(std::nullopt);
+}
+
+void frmMain::CustomizeToolbar()
+{
+    if (!m_isClosing) Toolbar->Customize();
+}
+
+frmHelp& frmMain::Help()
+{
+    if (m_help == nullptr) m_help = std::make_unique<frmHelp>(m_helpBook);
+    return *m_help;
+}
+
+void frmMain::ShowHelp()
+{
+    if (!m_isClosing) Help().ShowContents();
+}
+
+void frmMain::OpenWebSite()
+{
+    m_desktop.web.Open(WebSiteAddress(m_state.registry));
+}
+
+void frmMain::ShowAbout()
+{
+    if (m_isClosing) return;
+    const Operation running(*this);
+    frmAbout dialog({m_state.registry, m_desktop.starter, m_desktop.boxes}, this);
+    dialog.exec();
+}
