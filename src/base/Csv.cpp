@@ -3,6 +3,12 @@
 #include <charconv>
 #include <cmath>
 
+namespace {
+
+constexpr double kMostPlain = 1e15;  // whole numbers up to here are written without an exponent
+
+}  // namespace
+
 std::string csv::Cell(std::string_view text)
 {
     constexpr std::string_view kFormulaStarts = "=+-@\t\r";
@@ -19,5 +25,9 @@ std::string csv::Cell(double value)
 {
     if (std::isnan(value)) return {};
     char text[32];
-    return {text, std::to_chars(text, text + sizeof text, value).ptr};
+    char* const end = text + sizeof text;
+    const bool isShort = std::trunc(value) == value && std::abs(value) < kMostPlain;
+    const auto result =
+        isShort ? std::to_chars(text, end, value, std::chars_format::fixed) : std::to_chars(text, end, value);
+    return {text, result.ptr};
 }

@@ -5,7 +5,7 @@
 #include "export/ReportTables.h"
 
 #include <algorithm>
-#include <cstdio>
+#include <cmath>
 
 namespace {
 
@@ -13,8 +13,6 @@ using namespace ReportChart;
 
 constexpr std::size_t kMostBars = 10;
 constexpr std::size_t kMostOfLabel = 14;  // characters
-constexpr double kSquare = 12;            // of the legend
-constexpr double kSecondLegend = 150;     // where its second part begins, after the first
 constexpr double kBaseline = 13.5;        // of a text, in a bar's height
 
 double Width(double size, double largest)
@@ -39,7 +37,7 @@ std::vector<ReportPart> ShownParts(const CacheReport& report)
 
 std::string Number(double value)
 {
-    const auto tenths = static_cast<long>(value * 10 + 0.5);
+    const auto tenths = std::lround(value * 10);
     return std::to_string(tenths / 10) + '.' + std::to_string(tenths % 10);
 }
 
@@ -104,8 +102,8 @@ std::string Title()
 std::string Svg(const std::vector<Bar>& bars)
 {
     const auto size = Number(kWidth) + ' ' + Number(HeightOf(bars));
-    std::string svg = "<svg role=\"img\" dir=\"ltr\" viewBox=\"0 0 " + size + "\" aria-label=\"" +
-                      HtmlText(Title()) + "\">\n";
+    std::string svg =
+        "<svg role=\"img\" viewBox=\"0 0 " + size + "\" aria-label=\"" + HtmlText(Title()) + "\">\n";
     const double first = kLabel + kGap, second = first + kSecondLegend;
     const double text = kSquare + kGap, baseline = kSquare - 1;
     svg += SvgRect(first, 0, kSquare, kSquare, "whole") +

@@ -17,6 +17,8 @@ inline constexpr double kLabel = 120;  // width of the names on the left
 inline constexpr double kBars = 330;   // width of the largest bar; its text stands on the right
 inline constexpr double kGap = 8;
 inline constexpr double kBarHeight = 18;
+inline constexpr double kSquare = 12;         // of the legend
+inline constexpr double kSecondLegend = 150;  // where its second part begins, after the first
 
 struct Bar {
     std::string label;        // UTF-8 to be shown, short

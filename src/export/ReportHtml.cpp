@@ -4,10 +4,12 @@
 #include "export/ReadableText.h"
 #include "export/ReportChart.h"
 #include "export/ReportTables.h"
+#include "zentrel/Printable.h"
 
 namespace {
 
 constexpr std::size_t kMostOfCell = 400;  // characters
+constexpr std::size_t kMostOfWord = 20;
 
 constexpr std::string_view kStyle = R"(
 :root { color-scheme: light dark; --text: #1c1e21; --quiet: #5b6169; --back: #fff; --line: #d5d9de;
@@ -22,11 +24,32 @@ body { margin: 2em auto; max-width: 72em; padding: 0 1.5em; color: var(--text); 
 h1 { font-size: 1.6em; margin-bottom: 0.2em; } h2 { font-size: 1.2em; margin: 2em 0 0.4em; }
 p { color: var(--quiet); margin: 0.2em 0 0.7em; } .wide { overflow-x: auto; }
 table { border-collapse: collapse; } th, td { border: 1px solid var(--line); padding: 0.3em 0.7em;
-  text-align: start; vertical-align: top; overflow-wrap: anywhere; } thead th, tbody th { background: var(--head); }
-.n { text-align: end; white-space: nowrap; font-variant-numeric: tabular-nums; }
-svg { display: block; width: 100%; max-width: 640px; margin: 1em 0; font-size: 12px; }
-text { fill: var(--text); } .label { text-anchor: end; } .whole { fill: var(--whole); } .part { fill: var(--part); }
+  text-align: start; vertical-align: top; overflow-wrap: anywhere; } th { background: var(--head); }
+.list { width: 100%; } .list th:first-child { width: 45%; }
+tbody .n { white-space: nowrap; }
+.n { text-align: end; font-variant-numeric: tabular-nums; }
+svg { display: block; direction: ltr; width: 100%; max-width: 640px; margin: 1em 0; font-size: 12px; }
+text { fill: var(--text); } .label { text-anchor: end; }
+.whole { fill: var(--whole); } .part { fill: var(--part); }
 )";
+
+// With places to break in words that are too long for a column.
+std::string WithBreaks(std::string_view text)
+{
+    constexpr std::string_view kUsualBreaks = " /-?";
+    const auto readable = ReadableText(text, kMostOfCell);
+    std::string broken;
+    std::size_t length = 0;
+    for (std::string_view rest = readable; !rest.empty();) {
+        const auto piece = zentrel::TakeCharacter(rest).bytes;
+        length = kUsualBreaks.find(piece) != std::string_view::npos ? 0 : length + 1;
+        broken += HtmlText(piece);
+        if (length < kMostOfWord) continue;
+        broken += kBreakSpace;
+        length = 0;
+    }
+    return broken;
+}
 
 class BodyWriter {
 public:
@@ -36,9 +59,9 @@ public:
     {
         const auto time = FormatValue(report.scannedAt, FormatKind::Plain, m_locale);
         m_out += "<h1>" + HtmlText(Translate("CacheReport", "Zentrel Cache Report")) + "</h1>\n<p>" +
-                 HtmlText(Translate("CacheReport", "Server:")) + " <b>" +
-                 HtmlText(report.server, kMostOfCell) + "</b><br>" +
-                 HtmlText(Translate("CacheReport", "Scanned:")) + " <b>" + HtmlText(time) + "</b></p>\n";
+                 HtmlText(Translate("CacheReport", "Server:")) + " <b>" + Isolated(report.server) +
+                 "</b><br>" + HtmlText(Translate("CacheReport", "Scanned:")) + " <b>" + Isolated(time) +
+                 "</b></p>\n";
     }
 
     void AddTable(const ReportTable& table)
@@ -47,14 +70,14 @@ public:
         if (!table.note.empty()) m_out += "<p>" + HtmlText(table.note) + "</p>\n";
         if (table.key == ReportKey::Types) m_out += m_dress.chart;
         if (table.rows.empty()) return;
-        const auto columns = ColumnsOf(table);
-        m_out += "<div class=\"wide\"><table" + m_dress.table + ">\n";
+        m_out += "<div class=\"wide\"><table" + m_dress.table + (table.all ? m_dress.list : "") + ">\n";
         if (table.isUpright) {
-            for (const auto i : columns) AddUpright(table.columns[i], table.rows.front()[i]);
+            for (std::size_t i = 0; i < table.columns.size(); ++i)
+                AddUpright(table.columns[i], table.rows.front()[i]);
         } else {
-            AddTitles(table, columns);
-            for (const auto& row : table.rows) AddRow(table, columns, row);
-            if (!table.others.empty()) AddRow(table, columns, table.others);
+            AddTitles(table);
+            for (const auto& row : table.rows) AddRow(table, row);
+            if (!table.others.empty()) AddRow(table, table.others);
         }
         m_out += "</table></div>\n";
     }
@@ -62,43 +85,59 @@ public:
     std::string Take() { return std::move(m_out); }
 
 private:
-    using Columns = std::vector<std::size_t>;
-
-    // Those that people see.
-    static Columns ColumnsOf(const ReportTable& table)
-    {
-        Columns columns;
-        for (std::size_t i = 0; i < table.columns.size(); ++i) {
-            bool isShown = !table.columns[i].isOptional;
-            for (const auto& row : table.rows) isShown = isShown || row[i] != FormatInput(std::string());
-            if (isShown) columns.push_back(i);
-        }
-        return columns;
-    }
-
     std::string_view AttributesOf(const ReportColumn& column) const
     {
         return column.isText ? std::string_view() : m_dress.numbers;
     }
 
+    // In a page that is written from the right, sizes and paths still read from the left.
+    std::string Isolated(const std::string& text) const
+    {
+        const auto escaped = m_dress.isToldWhereToBreak ? WithBreaks(text) : HtmlText(text, kMostOfCell);
+        const bool isNeeded = m_dress.isRightToLeft && !escaped.empty();
+        return isNeeded ? "\xE2\x81\xA8" + escaped + "\xE2\x81\xA9" : escaped;
+    }
+
+    // A number and its unit stay in one line.
+    std::string ValueText(const FormatInput& cell, const ReportColumn& column) const
+    {
+        const auto text = CellText(cell, column, m_locale);
+        if (column.isText || std::holds_alternative<DateTime>(cell)) return text;
+        std::string joined;
+        for (const char c : text) joined += c == ' ' ? std::string("\xC2\xA0") : std::string(1, c);
+        return joined;
+    }
+
+    static std::string TextBehind(const FormatInput& cell)
+    {
+        const auto& text = std::get<std::string>(cell);
+        return text.empty() ? text : " ?" + text;
+    }
+
     void AddCell(const char* tag, std::string_view attributes, const std::string& text)
     {
-        m_out.append("<").append(tag).append(attributes).append(">").append(HtmlText(text, kMostOfCell));
+        m_out.append("<").append(tag).append(attributes).append(">").append(Isolated(text));
         m_out.append("</").append(tag).append(">");
     }
 
-    void AddTitles(const ReportTable& table, const Columns& columns)
+    void AddTitles(const ReportTable& table)
     {
         m_out += "<thead><tr>";
-        for (const auto i : columns) AddCell("th", AttributesOf(table.columns[i]), table.columns[i].title);
+        for (const auto& column : table.columns)
+            if (!column.isBehind)
+                AddCell("th", column.isText ? "" : std::string_view(m_dress.numberTitles), column.title);
         m_out += "</tr></thead>\n";
     }
 
-    void AddRow(const ReportTable& table, const Columns& columns, const std::vector<FormatInput>& row)
+    void AddRow(const ReportTable& table, const std::vector<FormatInput>& row)
     {
         m_out += "<tr>";
-        for (const auto i : columns)
-            AddCell("td", AttributesOf(table.columns[i]), CellText(row[i], table.columns[i], m_locale));
+        for (std::size_t i = 0; i < row.size(); ++i) {
+            if (table.columns[i].isBehind) continue;
+            auto text = ValueText(row[i], table.columns[i]);
+            if (i + 1 < row.size() && table.columns[i + 1].isBehind) text += TextBehind(row[i + 1]);
+            AddCell("td", AttributesOf(table.columns[i]), text);
+        }
         m_out += "</tr>\n";
     }
 
@@ -106,7 +145,7 @@ private:
     {
         m_out += "<tr>";
         AddCell("td", {}, column.title);
-        AddCell("td", AttributesOf(column), CellText(value, column, m_locale));
+        AddCell("td", AttributesOf(column), ValueText(value, column));
         m_out += "</tr>\n";
     }
 
@@ -130,7 +169,10 @@ std::string ReportHtml(const CacheReport& report, const FormatLocale& locale, bo
     ReportDress dress;
     if (const auto bars = ReportChart::BarsOf(report, locale); !bars.empty())
         dress.chart = ReportChart::Svg(bars);
+    dress.list = " class=\"list\"";
     dress.numbers = " class=\"n\"";
+    dress.numberTitles = dress.numbers;
+    dress.isRightToLeft = isRightToLeft;
     const auto title = HtmlText(Translate("CacheReport", "Zentrel Cache Report") + " - " + report.server);
     return "<!DOCTYPE html>\n<html dir=\"" + std::string(isRightToLeft ? "rtl" : "ltr") +
            "\">\n<head>\n<meta charset=\"utf-8\">\n"

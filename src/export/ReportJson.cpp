@@ -3,6 +3,7 @@
 #include "export/ReportTables.h"
 #include "zentrel/ctl/Json.h"
 
+#include <algorithm>
 #include <sstream>
 
 namespace {
@@ -11,7 +12,8 @@ using zentrel::JsonWriter;
 
 void WriteMoment(JsonWriter& json, DateTime moment)
 {
-    if (const auto text = IsoText(moment)) {
+    if (auto text = IsoText(moment)) {
+        std::replace(text->begin(), text->end(), ' ', 'T');
         json.Text(*text);
     } else {
         json.Null();

@@ -2,8 +2,8 @@
 
 #include "base/Translate.h"
 #include "export/ExportRows.h"
+#include "export/FillIn.h"
 
-#include <initializer_list>
 #include <span>
 #include <unordered_map>
 
@@ -12,17 +12,6 @@ namespace {
 std::string Say(const char* text)
 {
     return Translate("CacheReport", text);
-}
-
-std::string Say(const char* text, std::initializer_list<std::string> values)
-{
-    auto said = Say(text);
-    char mark[] = "%1";
-    for (const auto& value : values) {
-        if (const auto place = said.find(mark); place != std::string::npos) said.replace(place, 2, value);
-        ++mark[1];
-    }
-    return said;
 }
 
 enum class Figure {
@@ -128,11 +117,10 @@ struct ListKind {
 ReportTable ListTable(const ListKind& kind, const ReportList& list, const SiteNames& sites)
 {
     ReportTable table{kind.key, Say(kind.title), {}, {}, {}, {}, list.all};
-    table.note =
-        Say(kind.what) + ' ' +
-        (list.all.count == 0
-             ? Say("There are none.")
-             : Say("Shown: %1 of %2.", {std::to_string(list.top.size()), std::to_string(list.all.count)}));
+    table.note = Say(kind.what) + ' ' +
+                 (list.all.count == 0 ? Say("There are none.")
+                                      : FillIn(Say("Shown: %1 of %2."), {std::to_string(list.top.size()),
+                                                                         std::to_string(list.all.count)}));
     table.columns = {{"path", Say("URL"), FormatKind::Plain, true},
                      {"queryHash", Say("Query"), FormatKind::Plain, true, true},
                      {"site", Say("Site"), FormatKind::Plain, true}};
@@ -142,7 +130,7 @@ ReportTable ListTable(const ListKind& kind, const ReportList& list, const SiteNa
         const auto site = sites.find(entry.site);
         std::vector<FormatInput> row{entry.path, entry.queryHash,
                                      site != sites.end() ? site->second : std::to_string(entry.site)};
-        if (kind.hasExpiry) row.push_back(entry.expires);
+        if (kind.hasExpiry) row.emplace_back(entry.expires);
         AddCells(row, kind.figures, entry.figures);
         table.rows.push_back(std::move(row));
     }
@@ -162,7 +150,7 @@ void AddLists(std::vector<ReportTable>& tables, const CacheReport& report)
                              kSizeAndHitFigures};
     const ListKind expired{"expired", "Expired",
                            "Cached URLs that had expired when the cache was scanned, the oldest first.",
-                           kSizeAndHitFigures, true};
+                           kSizeFigures, true};
     tables.push_back(ListTable(savers, report.savers, sites));
     tables.push_back(ListTable(neverHit, report.neverHit, sites));
     tables.push_back(ListTable(poorRatio, report.poorRatio, sites));
@@ -214,7 +202,7 @@ std::string TypeName(const std::string& type)
 
 std::string OthersName(std::int64_t others)
 {
-    return Say("Others (%1)", {std::to_string(others)});
+    return FillIn(Say("Others (%1)"), {std::to_string(others)});
 }
 
 std::optional<std::string> IsoText(DateTime moment)

@@ -11,9 +11,9 @@ struct ReportColumn {
     std::string key;    // for programs; never translated
     std::string title;  // for people
     std::string_view kind = FormatKind::Plain;
-    bool isText = false;      // a server's, any bytes
-    bool isOptional = false;  // may be left out for people when it is empty
-    std::string empty;        // what people read for an empty text
+    bool isText = false;     // a server's, any bytes
+    bool isBehind = false;   // people read it behind the text before it, where there is one
+    std::string empty = {};  // what people read for an empty text
 };
 
 // A section of the report as every form of it shows it. A cell is a text, an integer, a double or a date.

@@ -24,8 +24,9 @@ LevelList::LevelList(QWidget* parent) : QTreeWidget(parent)
     setRootIsDecorated(false);
     setUniformRowHeights(true);
     setAllColumnsShowFocus(true);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);  // all columns always fit
     header()->setSectionsMovable(false);
-    header()->setStretchLastSection(true);
+    header()->setSectionResizeMode(kColumns - 1, QHeaderView::Stretch);  // never wider than the list
     for (int column = 1; column < kColumns; ++column)
         headerItem()->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
     connect(this, &QTreeWidget::itemChanged, this, &LevelList::ShowMarks);

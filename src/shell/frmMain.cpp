@@ -1,5 +1,7 @@
 #include "shell/frmMain.h"
 
+#include "base/FillIn.h"
+#include "base/Translate.h"
 #include "contracts/ShowError.h"
 #include "controls/PlainText.h"
 #include "server/frmServer.h"
@@ -62,13 +64,14 @@ void frmMain::Load()
     SetCaption(std::string(kProgramTitle));
     SetTopStrip({});
     StatusBar->SetVersion(VersionText());
-    SetConnStatus("Not connected");
+    SetConnStatus(tr("Not connected").toStdString());
 }
 
 void frmMain::Display()
 {
     const Operation running(*this);
     RestoreSettings();
+    FocusTree();  // or else the toolbar's first button would have it
     show();
     m_desktop.pump.Visit();
     if (m_isClosing) return;
@@ -113,6 +116,7 @@ void frmMain::Unload()
     tmrStats->SetEnabled(false);
     m_info.CloseQuery();
     if (m_console != nullptr) m_console->close();
+    if (m_report != nullptr) m_report->close();
     if (m_help != nullptr) m_help->close();
     for (auto* const dialog : findChildren<QDialog*>()) dialog->reject();
     store.Save(settings);
@@ -154,7 +158,7 @@ void frmMain::TakeFirst(const FirstConnection& first)
     }
     CWaitCursor wait(m_desktop.pointer);
     wait.ShowCursor(ScreenPointer::Hourglass);
-    SetConnStatus("Connecting to " + settings.LastServer + "...");
+    SetConnStatus(FillIn(Translate("ConnectRoutine", "Connecting to %1..."), {settings.LastServer}));
     zentrel::ServerAdmin server(m_state.transport);
     if (!server.Connect(settings.LastServer)) return;
     const auto offered = OfferedSites(server);
@@ -183,7 +187,8 @@ void frmMain::ShowSelection()
 
 bool frmMain::IsOccupied() const
 {
-    return m_scan.IsBusy() || m_connection.IsBusy() || m_removal.IsBusy();
+    const bool isRead = m_isExporting || (m_report != nullptr && m_report->IsBusy());
+    return isRead || m_scan.IsBusy() || m_connection.IsBusy() || m_removal.IsBusy();
 }
 
 void frmMain::ConnectToServer()

@@ -4,6 +4,7 @@
 #include "cache/CacheTreeModel.h"
 #include "cache/CacheTreeView.h"
 #include "controls/CustomToolBar.h"
+#include "export/frmReport.h"
 #include "help/HelpKey.h"
 #include "help/frmHelp.h"
 #include "ops/CacheRemoval.h"
@@ -55,6 +56,8 @@ public:
     void ResetCounters();
     void ShowCounters();                 // the counters console
     void ShowFileDetails(bool analyse);  // of the selected URL
+    void ShowReport();        // of the last scan
+    void ExportToDatabase();  // likewise
     void CustomizeToolbar();
     void ShowHelp();
     void OpenWebSite();
@@ -149,6 +152,7 @@ private:
     // In frmMainDialogs.cpp:
     frmHelp& Help();
     void TellConsole();
+    std::unique_ptr<CacheSnapshot> LastScan() const;  // null when nothing was scanned
 
     ProcessState& m_state;
     const Desktop m_desktop;
@@ -162,11 +166,13 @@ private:
     HelpBook m_helpBook;
     std::unique_ptr<frmHelp> m_help;             // made when it is first wanted
     std::unique_ptr<CountersConsole> m_console;  // likewise
+    std::unique_ptr<frmReport> m_report;         // likewise
     HelpKey m_helpKey;
     frmFileInfo m_details;
     std::vector<ViewRow> m_views;
 
     std::string m_caption;
+    bool m_isExporting = false;
     int m_operations = 0;  // that run on the stack
     bool m_isClosing = false;
     bool m_isUnloaded = false;

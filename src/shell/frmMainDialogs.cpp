@@ -1,7 +1,9 @@
 // The windows and dialogs that the main window opens.
+#include "export/frmDbExport.h"
 #include "help/WebSite.h"
 #include "help/frmAbout.h"
 #include "shell/Operation.h"
+#include "shell/ScanSnapshot.h"
 
 namespace {
 
@@ -45,6 +47,38 @@ void frmMain::TellConsole()
     else
         m_console->SetServer(std::nullopt);
 }
+
+// ---- what is made of the last scan; it stands still meanwhile
+
+std::unique_ptr<CacheSnapshot> frmMain::LastScan() const
+{
+    if (m_state.scannedAt == DateTime()) return nullptr;
+    return std::make_unique<ScanSnapshot>(m_state.contents, m_state.scannedServer, m_state.scannedAt,
+                                          m_state.counters.Counters());
+}
+
+void frmMain::ShowReport()
+{
+    if (m_isClosing || m_scan.IsBusy() || m_removal.IsBusy()) return;
+    if (m_report == nullptr)
+        m_report = std::make_unique<frmReport>(
+            ReportHost{[this] { return LastScan(); }, m_desktop.boxes, m_state.locale});
+    m_report->Open();
+}
+
+void frmMain::ExportToDatabase()
+{
+    if (m_isClosing || IsOccupied()) return;
+    const Operation running(*this);
+    m_isExporting = true;
+    const ScanSnapshot scan(m_state.contents, m_state.scannedServer, m_state.scannedAt,
+                            m_state.counters.Counters());
+    frmDbExport dialog(m_state.registry, scan, m_desktop.boxes, this);
+    dialog.exec();
+    m_isExporting = false;
+}
+
+// ---- the others
 
 void frmMain::CustomizeToolbar()
 {

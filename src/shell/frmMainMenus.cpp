@@ -70,6 +70,8 @@ void frmMain::BuildFileMenu()
     AddCommand(menu, "mnuFile_ExpandAll", tr("&Expand all nodes"), [this] {
         ExpandAll();
     })->setShortcut(Qt::Key_F6);
+    AddCommand(menu, "mnuFile_Report", tr("Re&port..."), [this] { ShowReport(); });
+    AddCommand(menu, "mnuFile_Export", tr("Export to &database..."), [this] { ExportToDatabase(); });
     AddSeparator(menu, "mnuFile_Sep2");
     AddCommand(menu, "mnuFile_Exit", tr("&Exit"), [this] { Exit(); });
 }

@@ -104,6 +104,7 @@ CacheReport Hostile()
     auto entry = Ratio("/<script>alert(1)</script>\"'&\n\xE2\x80\xAE\xFF", 99, 100);
     entry.type = "=1+1,\"<b>";
     entry.queryHash = "0a";
+    entry.figures.servedCompressed = 2e11;
     auto plain = Expiring("/plain", 0.5);
     plain.type = "";
     ReportSnapshot snapshot({entry, plain});
@@ -170,6 +171,7 @@ TEST(ReportCsv, ReadsBackWithoutFormulas)
     EXPECT_EQ(type[0], "'=1+1,\"<b>");
     EXPECT_EQ(type[4], "0.99");
     EXPECT_EQ(path[1], "0a");
+    EXPECT_EQ(lines[5][5], "200000000000");
     EXPECT_EQ(lines[1][1], "2023-03-15 18:00:00");
 }
 

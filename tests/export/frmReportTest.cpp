@@ -17,7 +17,11 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+
 namespace {
+
+constexpr const char* kLongWord = "/0123456789012345678901234567890123456789";
 
 class Boxes : public MessageBoxes {
 public:
@@ -27,6 +31,13 @@ public:
         return BoxAnswer::Ok;
     }
     std::vector<std::string> shown;
+};
+
+// A scan that breaks off.
+class BrokenSnapshot : public ReportSnapshot {
+public:
+    using ReportSnapshot::ReportSnapshot;
+    CacheFigures Totals() const override { throw std::runtime_error("lost <b>"); }
 };
 
 // A scan that is read for as long as nobody cancels.
@@ -47,8 +58,10 @@ public:
     {
         entries.push_back(Ratio("/<script>\xFF&amp;", 990, 1'000));
         entries.push_back(Saver("/saves.css", 5'000));
+        entries.push_back(Saver(kLongWord, 1));
         ReportHost host{[this]() -> std::unique_ptr<CacheSnapshot> {
                             if (isEndless) return std::make_unique<EndlessSnapshot>(entries);
+                            if (isBroken) return std::make_unique<BrokenSnapshot>(entries);
                             if (isScanned) return std::make_unique<ReportSnapshot>(entries);
                             return nullptr;
                         },
@@ -82,7 +95,7 @@ public:
     }
 
     std::vector<SnapshotEntry> entries;
-    bool isScanned = true, isEndless = false;
+    bool isScanned = true, isEndless = false, isBroken = false;
     Boxes boxes;
     QTemporaryDir folder;
     QString chosen, proposed;
@@ -98,13 +111,15 @@ TEST_F(frmReportTest, ShowsTheFiguresOfTheLastScan)
     EXPECT_EQ(told, "busy idle ");
     const auto text = Text();
     for (const auto* part : {"WEB1", "2023-03-15 18:00", "Default Web Site", "99.00%", "4.88 KiB",
-                             "/saves.css", "Shown: 1 of 1.", "There are none."})
-        EXPECT_TRUE(text.contains(QLatin1String(part))) << part;
+                             "/saves.css", "Shown: 2 of 2.", "There are none."})
+        EXPECT_TRUE(text.contains(QString::fromUtf8(part))) << part;
     EXPECT_TRUE(text.contains(QStringLiteral("/<script>\uFFFD&amp;")));
     EXPECT_TRUE(text.contains(QChar::ObjectReplacementCharacter)) << "the chart";
 
     Button("cmdCopy")->click();
     EXPECT_TRUE(QGuiApplication::clipboard()->text().contains(QLatin1String("/saves.css")));
+    EXPECT_FALSE(text.contains(QLatin1String(kLongWord))) << "it would force the window wider";
+    EXPECT_TRUE(QGuiApplication::clipboard()->text().contains(QLatin1String(kLongWord)));
     EXPECT_TRUE(QGuiApplication::clipboard()->mimeData()->html().contains(QLatin1String("<svg")));
     QTest::keyClick(View(), Qt::Key_Escape);
     EXPECT_FALSE(window->isVisible());
@@ -131,9 +146,24 @@ TEST_F(frmReportTest, LetsTheScanGoWhenItIsClosedOrDestroyed)
     window->close();
     EXPECT_TRUE(Waits());
     EXPECT_TRUE(boxes.shown.empty());
-    EXPECT_EQ(Text(), QLatin1String("Nothing was scanned yet."));
     window->Open();
+    window->close();
+    isEndless = false;
+    window->Open();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Text().contains(QLatin1String("WEB1")); })) << "opened again";
+    isEndless = true;
+    window->GenerateReport();
     window.reset();  // hangs when nobody cancels
+}
+
+TEST_F(frmReportTest, TellsWhyThereIsNoReport)
+{
+    isBroken = true;
+    window->Open();
+    ASSERT_TRUE(Waits());
+    EXPECT_EQ(boxes.shown, std::vector<std::string>{"The report cannot be made.\nlost <b>"});
+    EXPECT_EQ(Text(), QLatin1String("The report cannot be made.\nlost <b>"));
+    EXPECT_FALSE(Button("cmdSave")->isEnabled());
 }
 
 TEST_F(frmReportTest, SavesAllFourFormats)
