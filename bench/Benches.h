@@ -18,6 +18,7 @@ void RegisterStartBenches();
 void RegisterAnalysisBenches(const std::filesystem::path& scratch);
 void RegisterWarmBenches(const std::filesystem::path& scratch);
 void RegisterDeletionBenches(const std::filesystem::path& scratch);
+void RegisterRemovalBenches(const std::filesystem::path& scratch);
 void RegisterExportBenches(const std::filesystem::path& scratch);
 // Needs the data folders of the scan's. The servers must outlive the run.
 void RegisterRemoteBenches(const std::filesystem::path& scratch,

@@ -76,6 +76,7 @@ int main(int argc, char** argv)
     RegisterAnalysisBenches(scratch->Path());
     RegisterWarmBenches(scratch->Path());
     RegisterDeletionBenches(scratch->Path());
+    RegisterRemovalBenches(scratch->Path());
     RegisterExportBenches(scratch->Path());
     std::vector<std::unique_ptr<RemoteServer>> servers;
     RegisterRemoteBenches(scratch->Path(), servers);

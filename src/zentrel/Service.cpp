@@ -5,6 +5,7 @@
 #include "zentrel/KeyPath.h"
 
 #include <chrono>
+#include <future>
 #include <system_error>
 #include <thread>
 
@@ -72,7 +73,14 @@ public:
 
     Done RemoveFiles(std::vector<CachedFile> files)
     {
-        auto removed = Aside([&] { return m_service.m_cache.Remove(std::move(files)); });
+        auto removal =
+            std::async(std::launch::deferred, [&] { return m_service.m_cache.Remove(std::move(files)); });
+        return RemoveFiles(removal);
+    }
+
+    Done RemoveFiles(std::future<Done>& removal)
+    {
+        auto removed = Aside([&] { return removal.get(); });
         m_service.m_leavesFiles |= !removed;
         return removed;
     }
@@ -249,13 +257,19 @@ Result<DeletionId> Service::Unlink(Change& change, std::string_view path)
     return plan->Unlink(*m_store);
 }
 
-// Frees what a deletion took away. Cached files that cannot be removed keep nothing else from being freed.
+// Frees what a deletion took away: the files of one batch go while the keys of the next do. Cached files that
+// cannot be removed keep nothing else from being freed.
 Result<std::uint64_t> Service::Free(Change& change, DeletionId deletion,
                                     const std::function<bool(std::uint64_t)>& goesOn)
 {
     m_beingFreed.insert(deletion);
     std::uint64_t count = 0;
     Done outcome;
+    std::future<Done> removal;
+    const auto awaitRemoval = [&] {
+        if (!removal.valid()) return;
+        if (auto removed = change.RemoveFiles(removal); !removed) outcome = removed;
+    };
     for (bool more = true; more;) {
         auto freed = FreeBatch(*m_store, deletion);
         if (!freed) {
@@ -264,9 +278,13 @@ Result<std::uint64_t> Service::Free(Change& change, DeletionId deletion,
         }
         count += freed->entryCount;
         more = goesOn(count) && !freed->isLast;
-        if (auto removed = change.RemoveFiles(std::move(freed->files)); !removed) outcome = removed;
+        awaitRemoval();
+        // On this thread, when it is waited for, where the system has no other.
+        removal = std::async(std::launch::async | std::launch::deferred,
+                             [this, files = std::move(freed->files)] { return m_cache.Remove(files); });
         if (more) change.GiveWay();
     }
+    awaitRemoval();
     m_beingFreed.erase(deletion);
     if (!outcome) return Fail(outcome.error());
     return count;

@@ -309,14 +309,15 @@ TEST_F(AdminServer, ADeletionSendsNewsAndIsFinishedWithoutItsClient)
 
 TEST_F(AdminServer, ADeletionTellsHowFarItIs)
 {
-    constexpr std::uint32_t kMany = 60'000;
+    constexpr std::uint32_t kMany = 100'000;  // many batches, so that another deletion comes in between
     const std::string path = m_root + "/bulk";
     PutEntries(1'000, kMany, [&](std::uint32_t i) { return path + '/' + std::to_string(i); });
     Start();
     const auto embedded = *zentrel::EmbeddedTransport(service, "here").Connect({});
     std::vector<v1::DeleteProgress> news;
     std::thread deleting([&] { EXPECT_EQ(DeleteTree(*Connect(kAdmins), path, &news), 0U); });
-    while (embedded->CountKeys(path, zentrel::View::Server).value_or(0) == kMany) std::this_thread::yield();
+    while (embedded->CountKeys(path, zentrel::View::Server).value_or(0) == kMany)
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
     std::vector<std::uint64_t> counts;
     const auto holdUp = [&counts](std::uint64_t count) {  // the other deletion, between two of its batches
         counts.push_back(count);
@@ -332,7 +333,7 @@ TEST_F(AdminServer, ADeletionTellsHowFarItIs)
     EXPECT_GE(between, 1);
     ASSERT_FALSE(news.empty());
     EXPECT_EQ(news.back().deleted(), kMany);
-    EXPECT_NE(Audit().back().find("deleted=60000 outcome=done"), std::string::npos) << Audit().back();
+    EXPECT_NE(Audit().back().find("deleted=100000 outcome=done"), std::string::npos) << Audit().back();
 }
 
 TEST_F(AdminServer, OtherMachinesReadCountersOnlyWhileTheirServiceRuns)

@@ -1,5 +1,6 @@
 #include "remote/AdminRig.h"
 
+#include "zentrel/CachedFile.h"
 #include "zentrel/remote/AuditLog.h"
 #include "zentrel/remote/Doorkeeper.h"
 
@@ -14,6 +15,54 @@
 using zentrel::Role;
 
 class AuditTrail : public AdminRig {};
+
+// Whatever becomes of a deletion, its line tells how many entries went.
+TEST_F(AuditTrail, ADeletionsLineTellsWhatWentAndHowItEnded)
+{
+    Start();
+    const auto stub = Connect(kAdmins);
+    const auto line = [this](const std::string& folder, const std::string& outcome) {
+        return "who=\"uid " + std::to_string(getuid()) +
+               "\" from=\"unix:\" role=admin what=DeleteTree path=\"" + m_root + folder +
+               "\" deleted=" + outcome;
+    };
+    // One cached file cannot be removed.
+    std::filesystem::create_directories(service->Cache().Root() /
+                                        zentrel::CachedFile{3, zentrel::Encoding::Gzip, 0}.Path());
+    const auto code = DeleteTree(*stub, m_root + "/dir0");
+    EXPECT_NE(code, 0U);
+    // Two clients leave while a deletion takes long: one whose turn it was, one that was behind it.
+    const auto hold = [&](std::uint64_t) {
+        std::vector<std::thread> clients(2);
+        for (auto& client : clients)
+            client = std::thread([&] {
+                grpc::ClientContext context;
+                context.set_deadline(std::chrono::system_clock::now() + std::chrono::milliseconds(300));
+                const auto stream = stub->DeleteTree(&context, Key(m_root + "/dir2"));
+                for (zentrel::v1::DeleteProgress news; stream->Read(&news);) {
+                }
+                EXPECT_EQ(stream->Finish().error_code(), grpc::StatusCode::DEADLINE_EXCEEDED);
+            });
+        for (auto& client : clients) client.join();
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));  // until the server knows
+        return true;
+    };
+    EXPECT_EQ(service->DeleteTree(m_root + "/dir1", hold).value(), 10U);
+    for (int i = 0; i < 200 && Audit().size() < 3; ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    EXPECT_EQ(Audit(),
+              (std::vector{line("/dir0", "10 outcome=failed error=" + std::to_string(code)),
+                           line("/dir2", "10 outcome=done"), line("/dir2", "0 outcome=failed error=1223")}));
+
+    // What went was not refused, even if the server was refused a file.
+    const auto log = *zentrel::AuditLog::Open(Path("own.log"));
+    log->Write({"anna", "unix:", Role::Admin, true},
+               {"DeleteTree", "LM", 9, Fail(Code::AccessDenied, "CacheFolder")});
+    std::ifstream file(Path("own.log"));
+    std::string own;
+    std::getline(file, own);
+    EXPECT_TRUE(own.ends_with("deleted=9 outcome=failed error=5")) << own;
+}
 
 TEST_F(AuditTrail, ALineThatAFullDiskCutShortDoesNotRunIntoTheNext)
 {

@@ -5,10 +5,12 @@
 
 #include <array>
 #include <atomic>
+#include <csignal>
 #include <future>
 #include <lmdb.h>
 #include <random>
 #include <set>
+#include <sys/resource.h>
 #include <thread>
 
 using namespace zentrel;
@@ -227,6 +229,36 @@ TEST_F(DeletionTest, WhatCannotBeRemovedKeepsNothingElse)
     EXPECT_EQ(CountFiles(), 0U);
     Reopen(Role::Viewer);
     EXPECT_FALSE(fs::exists(Data() / "unclean"));
+}
+
+TEST_F(DeletionTest, OnAFullDiskTheRestIsFreedLater)
+{
+    Start();
+    for (const bool byNextDeletion : {true, false}) {
+        SCOPED_TRACE(byNextDeletion);
+        PutMany();
+        rlimit before{};
+        ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
+        const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+        const auto deleted = service->DeleteTree(kTree, [&](std::uint64_t) {
+            const rlimit full{16'384, before.rlim_max};  // what the second batch writes does not fit any more
+            return setrlimit(RLIMIT_FSIZE, &full) == 0;
+        });
+        setrlimit(RLIMIT_FSIZE, &before);
+        std::signal(SIGXFSZ, handler);
+        ASSERT_FALSE(deleted);
+        EXPECT_TRUE(deleted.error().Is(Code::DiskFull)) << deleted.error().description;
+        EXPECT_EQ(Visible(), 0U);
+        EXPECT_GT(CountFiles(), 0U);
+        WriteFile("other.html", Page(5000));
+        Get("/other.html");
+        if (byNextDeletion)
+            EXPECT_EQ(service->DeleteTree(kTop + "/other.html").value(), 1U);
+        else
+            Reopen(Role::Writer);
+        EXPECT_EQ(CheckConsistency(), byNextDeletion ? 0U : 1U);
+        ExpectNoTrash();
+    }
 }
 
 TEST_F(DeletionTest, AVariantGoesAlone)

@@ -41,6 +41,12 @@ std::string Quoted(std::string_view text)
     return quoted + (isCut ? "\"..." : "\"");
 }
 
+// Where something went, the caller was let in: it is the server that could not remove a file.
+bool IsRefused(const AuditEntry& entry)
+{
+    return !entry.outcome && entry.outcome.error().Is(Code::AccessDenied) && entry.count.value_or(0) == 0;
+}
+
 std::string Line(const Caller& caller, const AuditEntry& entry)
 {
     auto line = Now() + " who=" + Quoted(caller.who) + " from=" + Quoted(caller.from) + " role=";
@@ -48,8 +54,7 @@ std::string Line(const Caller& caller, const AuditEntry& entry)
     line += " path=" + Quoted(entry.path);
     if (entry.count) line += " deleted=" + std::to_string(*entry.count);
     if (entry.outcome) return line + " outcome=done\n";
-    const bool isRefused = entry.outcome.error().Is(Code::AccessDenied);
-    return line + (isRefused ? " outcome=refused" : " outcome=failed") +
+    return line + (IsRefused(entry) ? " outcome=refused" : " outcome=failed") +
            " error=" + std::to_string(entry.outcome.error().Plain()) + '\n';
 }
 
@@ -79,9 +84,8 @@ Done AuditLog::Reopen(const std::filesystem::path& file)
 void AuditLog::Write(const Caller& caller, const AuditEntry& entry)
 {
     auto line = Line(caller, entry);
-    const bool isRefused = !entry.outcome && entry.outcome.error().Is(Code::AccessDenied);
     const std::lock_guard guard(m_mutex);
-    if (!isRefused || IsListed(caller, line)) Put(line);
+    if (!IsRefused(entry) || IsListed(caller, line)) Put(line);
 }
 
 // Says in the line, where it is the last one for a while, that it is; and how many were left out before it.
