@@ -49,14 +49,14 @@ inline constexpr std::uint32_t InterfaceNotFound = 0x800706DF;  // plain 1759
 struct SystemError {
     std::uint32_t code = 0;   // 32 bits, plain or wrapped; see Code
     std::string source;       // the layer that failed, for example "Metabase"
-    std::string description;  // one English sentence for the user; UTF-8, may hold a server's text
+    std::string description;  // one sentence for the user; UTF-8, may hold a server's text
 
     // The low 16 bits: what codes are compared by, and what the user is shown.
     std::uint32_t Plain() const { return code & 0xFFFFU; }
     bool Is(std::uint32_t other) const { return Plain() == (other & 0xFFFFU); }
 };
 
-// The system's own English sentence for a code; "Unknown error" for one it does not know.
+// The system's own sentence for a code, translated; "Unknown error" for one it does not know.
 std::string SystemText(std::uint32_t code);
 
 // The code that stands for an errno value: ENOENT 2, EACCES 5, ENOSPC 112 and so on; others IoError.

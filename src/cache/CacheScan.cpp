@@ -1,5 +1,7 @@
 #include "cache/CacheScan.h"
 
+#include "base/FillIn.h"
+#include "base/Translate.h"
 #include "cache/PathPieces.h"
 
 namespace {
@@ -76,10 +78,12 @@ void CacheScan::Clear()
 void CacheScan::Load(std::span<const std::int32_t> sites)
 {
     m_builder.AddRootNode();
+    m_loadingInfo = Translate("CacheScan", "Loading Info: ");
     const auto opened = m_cache.OpenKey("/LM/W3SVC");
     if (!opened && MeansNoService(opened.error())) {
-        m_host.boxes.Show("Zentrel is not started on this server or it is an older version",
-                          BoxStyle::Exclamation, m_host.screen.Caption());
+        m_host.boxes.Show(
+            Translate("CacheScan", "Zentrel is not started on this server or it is an older version"),
+            BoxStyle::Exclamation, m_host.screen.Caption());
         m_host.screen.ShowContents();
         m_stop.isSet = false;
         return;
@@ -90,7 +94,8 @@ void CacheScan::Load(std::span<const std::int32_t> sites)
         m_host.pump.Run();
     }
     m_host.screen.ShowContents();
-    m_host.status.SetStatus("Found: " + std::to_string(m_contents.totals.Count) + " Files");
+    m_host.status.SetStatus(
+        FillIn(Translate("CacheScan", "Found: %1 Files"), {std::to_string(m_contents.totals.Count)}));
     m_stop.isSet = false;
 }
 
@@ -176,7 +181,7 @@ std::optional<zentrel::Record> CacheScan::ReadCacheRecord(const std::string& pat
 
 void CacheScan::AddEntry(std::uint32_t cacheId, const std::optional<zentrel::Record>& statistics)
 {
-    m_statusText = "Loading Info: ";
+    m_statusText = m_loadingInfo;
     m_statusText += m_path;
     m_host.status.SetStatus(m_statusText);
 

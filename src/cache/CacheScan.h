@@ -105,5 +105,6 @@ private:
     std::string m_path;           // the key that the scan is at
     std::vector<Level> m_levels;  // the keys above it whose children are being scanned
     FileInfo m_info;              // used again for every entry
+    std::string m_loadingInfo;    // what every status text of a scan begins with
     std::string m_statusText;
 };

@@ -1,5 +1,6 @@
 #include "cache/CacheTree.h"
 
+#include "base/FillIn.h"
 #include "base/Text.h"
 #include "format/FormatValue.h"
 
@@ -69,20 +70,15 @@ std::string CacheTree::Text(NodeId node) const
     if (const auto found = m_texts.find(node); found != m_texts.end()) return found->second;
     std::string text(Name(node));
     switch (Kind(node)) {
-    case NodeKind::Root: return "Internet Information Services";
+    case NodeKind::Root: return Translate("CacheTree", "Internet Information Services");
     case NodeKind::WebSite:
     case NodeKind::Folder:
     case NodeKind::VDir: return text;
     case NodeKind::File:
-        text += " (";
-        text += FormatValue(m_infos.Ratio(m_nodes[node].info), kRatioPicture, m_locale);
-        text += ") Remains";
-        return text;
+        return FillIn(m_fileText,
+                      {text, FormatValue(m_infos.Ratio(m_nodes[node].info), kRatioPicture, m_locale)});
     case NodeKind::MultiFile:
-        text += " (";
-        text += std::to_string(m_infos[m_nodes[node].info].subQueryCount);
-        text += " entries)";
-        return text;
+        return FillIn(m_multiFileText, {text, std::to_string(m_infos[m_nodes[node].info].subQueryCount)});
     }
     return text;
 }

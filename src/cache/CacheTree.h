@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/ChunkedVector.h"
+#include "base/Translate.h"
 #include "cache/PackedInfo.h"
 #include "format/FormatLocale.h"
 
@@ -98,6 +99,8 @@ private:
     void IndexNames(Branch& branch) const;
 
     FormatLocale m_locale;
+    std::string m_fileText = Translate("CacheTree", "%1 (%2) Remains");
+    std::string m_multiFileText = Translate("CacheTree", "%1 (%2 entries)");
     ChunkedVector<Node> m_nodes;
     TextPool m_names;
     PackedInfos m_infos;

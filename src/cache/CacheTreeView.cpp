@@ -42,7 +42,13 @@ void CacheTreeView::contextMenuEvent(QContextMenuEvent* event)
     const auto row = byKey ? currentIndex() : indexAt(event->pos());
     if (!row.isValid()) return;
     setCurrentIndex(row);
-    Q_EMIT MenuWanted(byKey ? viewport()->mapToGlobal(visualRect(row).center()) : event->globalPos());
+    if (!byKey) {
+        Q_EMIT MenuWanted(event->globalPos());
+        return;
+    }
+    scrollTo(row);
+    const auto seen = visualRect(row) & viewport()->rect();
+    Q_EMIT MenuWanted(viewport()->mapToGlobal(seen.center()));
 }
 
 void CacheTreeView::keyPressEvent(QKeyEvent* event)

@@ -5,11 +5,13 @@
 #include "controls/ActivePanel.h"
 #include "controls/PlainMarkup.h"
 #include "controls/PlainText.h"
+#include "controls/ReadingOrder.h"
 #include "controls/modSystemImageList.h"
 
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QKeyEvent>
+#include <QStyledItemDelegate>
 #include <QToolTip>
 
 #include <algorithm>
@@ -19,6 +21,19 @@ namespace {
 constexpr double kHeaderTwips = 285;
 constexpr int kLeastExtensionWidth = 5;  // in characters, beside the icon
 const char* const kWidestCells[] = {nullptr, "00000", "000.00 MiB", "000.00 MiB", "00.00%"};
+
+// Shows a size in a window from right to left as it is written.
+class CellDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        option->text = InReadingOrder(option->text, option->direction);
+    }
+};
 
 }  // namespace
 
@@ -33,6 +48,7 @@ FileTypeList::FileTypeList(ActivePanel& panel, const Desktop& desktop, FormatLoc
     setAccessibleDescription(tr("Ctrl+1 to Ctrl+5 sort by a column, pressed again the other way round."));
     setWhatsThis(accessibleDescription());
     setModel(&m_model);
+    setItemDelegate(new CellDelegate(this));
     setRootIsDecorated(false);
     setUniformRowHeights(true);
     setAllColumnsShowFocus(true);

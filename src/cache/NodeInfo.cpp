@@ -1,5 +1,7 @@
 #include "cache/NodeInfo.h"
 
+#include "base/FillIn.h"
+
 namespace {
 
 bool IsFolder(NodeKind kind)
@@ -22,7 +24,7 @@ FileInfo SumOfFiles(const CacheTree& tree, NodeId folder)
 
 NodeInfo InfoOfNode(const CacheTree& tree, NodeId node)
 {
-    NodeInfo shown{{}, std::string(kFileInfoCaption)};
+    NodeInfo shown{{}, Translate("frmMain", kFileInfoCaption)};
     if (node == kNoNode) return shown;
     const auto kind = tree.Kind(node);
     if (kind == NodeKind::File || kind == NodeKind::MultiFile) {
@@ -31,7 +33,8 @@ NodeInfo InfoOfNode(const CacheTree& tree, NodeId node)
         auto sum = SumOfFiles(tree, node);
         if (sum.Count == 0) return shown;
         sum.SetRelPath(tree.Key(node));
-        shown.caption = "Directory Information (" + std::to_string(sum.Count) + " Files)";
+        shown.caption =
+            FillIn(Translate("NodeInfo", "Directory Information (%1 Files)"), {std::to_string(sum.Count)});
         shown.info = std::move(sum);
     }
     return shown;

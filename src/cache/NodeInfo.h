@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Translate.h"
 #include "cache/CacheTree.h"
 
 #include <optional>
@@ -12,7 +13,7 @@ struct NodeInfo {
     std::string caption;
 };
 
-inline constexpr std::string_view kFileInfoCaption = "File Information";
+inline constexpr const char* kFileInfoCaption = TRANSLATE_NOOP("frmMain", "File Information");
 
 // node: kNoNode when none is selected.
 NodeInfo InfoOfNode(const CacheTree& tree, NodeId node);

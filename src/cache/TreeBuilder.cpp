@@ -1,5 +1,8 @@
 #include "cache/TreeBuilder.h"
 
+#include "base/FillIn.h"
+#include "base/Translate.h"
+
 #include <algorithm>
 
 void TreeBuilder::AddRootNode()
@@ -101,5 +104,5 @@ void TreeBuilder::AddEmptySite(std::string_view site)
     const auto name = std::string(site) + "/Root";
     if (!found || m_tree.FindChild(m_tree.Root(), name) != kNoNode) return;
     const auto node = m_tree.AddChild(m_tree.Root(), name, NodeKind::WebSite);
-    m_tree.SetText(node, comment + " (nothing cached)");
+    m_tree.SetText(node, FillIn(Translate("CacheTree", "%1 (nothing cached)"), {comment}));
 }

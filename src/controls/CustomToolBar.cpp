@@ -27,6 +27,10 @@ CustomToolBar::CustomToolBar(const QString& objectName, QWidget* parent) : QTool
 {
     setObjectName(objectName);
     setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    if (auto* const more = findChild<QToolButton*>(QStringLiteral("qt_toolbar_ext_button"))) {
+        more->setToolTip(tr("More buttons"));
+        more->setAccessibleName(more->toolTip());
+    }
 }
 
 CustomToolBar::~CustomToolBar() = default;
@@ -46,6 +50,7 @@ void CustomToolBar::AddButton(const ToolbarButton& button)
 {
     auto* const action = new QAction(ListImage(button.image), button.caption, this);
     action->setObjectName(button.key);
+    action->setIconText(button.caption);  // with its blanks, which keep the text off the picture
     action->setToolTip(button.toolTip);
     m_buttons[button.key.toStdString()] = {action, button.description};
     if (!button.entries.empty()) return AddEntries(action, button.entries);

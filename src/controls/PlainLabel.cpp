@@ -1,6 +1,7 @@
 #include "controls/PlainLabel.h"
 
 #include "controls/PlainText.h"
+#include "controls/ReadingOrder.h"
 
 #include <QPainter>
 #include <QStyle>
@@ -77,6 +78,7 @@ void PlainLabel::paintEvent(QPaintEvent*)
     }
     const auto shown = fontMetrics().elidedText(text(), Qt::ElideMiddle, room.width());
     const auto place = QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft | Qt::AlignVCenter);
-    style()->drawItemText(&painter, room, static_cast<int>(place) | Qt::TextSingleLine, palette(),
-                          isEnabled(), shown, foregroundRole());
+    painter.setLayoutDirection(ReadingOrder(shown, layoutDirection()));
+    style()->drawItemText(&painter, room, static_cast<int>(place | Qt::AlignAbsolute) | Qt::TextSingleLine,
+                          palette(), isEnabled(), shown, foregroundRole());
 }

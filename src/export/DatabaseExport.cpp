@@ -1,7 +1,7 @@
 #include "export/DatabaseExport.h"
 
+#include "base/FillIn.h"
 #include "export/ExportRows.h"
-#include "export/FillIn.h"
 
 #include "base/Translate.h"
 
@@ -10,7 +10,6 @@
 
 namespace {
 
-constexpr const char* kContext = "DatabaseExport";
 constexpr const char* kSource = "Export";
 
 SystemError Explained(SystemError error, std::string_view what, std::string_view name = {})
@@ -28,8 +27,9 @@ std::string_view SqlState(const SystemError& error)
 
 std::string NameTaken(std::int64_t run)
 {
-    return FillIn(Translate(kContext, "Another export took run number %1 at the same time. Try again."),
-                  {std::to_string(run)});
+    return FillIn(
+        Translate("DatabaseExport", "Another export took run number %1 at the same time. Try again."),
+        {std::to_string(run)});
 }
 
 class Writer {
@@ -107,7 +107,7 @@ Done Writer::Write()
     if (auto ready = Stepped(); !ready) return ready;
     if (m_database.IsReadOnly())
         return Fail(Code::AccessDenied, kSource,
-                    Translate(kContext, "The database can only be read, not written."));
+                    Translate("DatabaseExport", "The database can only be read, not written."));
     if (auto looked = LookAtTables(); !looked) return looked;
     if (auto begun = m_database.Begin(); !begun) return begun;
     m_isBegun = true;
@@ -127,8 +127,8 @@ Done Writer::LookAtTables()
         const auto& name = NameOf(table);
         const auto columns = m_database.Columns(name);
         if (!columns)
-            return Fail(
-                Explained(columns.error(), Translate(kContext, "Table %2 cannot be looked up: %1"), name));
+            return Fail(Explained(columns.error(),
+                                  Translate("DatabaseExport", "Table %2 cannot be looked up: %1"), name));
         if (columns->empty()) {
             m_missing.push_back(table);
         } else if (auto checked = CheckColumns(table, *columns); !checked) {
@@ -145,7 +145,8 @@ Done Writer::MakeTables()
         const auto& name = NameOf(table);
         const auto made = m_database.Execute(CreateTableSql(table, name, Quote()));
         if (!made)
-            return Fail(Explained(made.error(), Translate(kContext, "Table %2 cannot be made: %1"), name));
+            return Fail(
+                Explained(made.error(), Translate("DatabaseExport", "Table %2 cannot be made: %1"), name));
         m_outcome.madeTables.push_back(name);
         if (auto go = Stepped(); !go) return go;
     }
@@ -164,18 +165,20 @@ Done Writer::CheckColumns(ExportTable table, const std::vector<OdbcColumn>& colu
         const auto found = std::find_if(columns.begin(), columns.end(),
                                         [&](const OdbcColumn& held) { return held.name == column.name; });
         if (found == columns.end())
-            return refuse(Translate(kContext, "There is a table %1 of another kind: it has no column %2."),
-                          column.name);
-        if (!CanHold(found->type, column.kind))
             return refuse(
-                Translate(kContext, "There is a table %1 of another kind: its column %2 has another type."),
+                Translate("DatabaseExport", "There is a table %1 of another kind: it has no column %2."),
                 column.name);
+        if (!CanHold(found->type, column.kind))
+            return refuse(Translate("DatabaseExport",
+                                    "There is a table %1 of another kind: its column %2 has another type."),
+                          column.name);
     }
     for (const auto& column : columns)
         if (std::none_of(wanted.begin(), wanted.end(),
                          [&](const ExportColumn& own) { return own.name == column.name; }))
-            return refuse(Translate(kContext, "There is a table %1 of another kind: it has a column %2."),
-                          column.name);
+            return refuse(
+                Translate("DatabaseExport", "There is a table %1 of another kind: it has a column %2."),
+                column.name);
     return {};
 }
 
@@ -204,7 +207,7 @@ Result<std::int64_t> Writer::NextRun()
             return static_cast<std::int64_t>(*number);
     }
     return Fail(Code::InvalidData, kSource,
-                Translate(kContext, "The table of runs holds no usable numbers."));
+                Translate("DatabaseExport", "The table of runs holds no usable numbers."));
 }
 
 // Takes the number before any row uses it: of two exports at a time, the database lets one have it.
@@ -213,10 +216,13 @@ Done Writer::BeginRun()
     const auto& name = NameOf(ExportTable::Runs);
     const auto locked = m_database.Execute(LockRunsSql(name, Quote()));
     if (!locked)
-        return Fail(Explained(locked.error(), Translate(kContext, "Table %2 cannot be written: %1"), name));
+        return Fail(
+            Explained(locked.error(), Translate("DatabaseExport", "Table %2 cannot be written: %1"), name));
     if (auto go = Stepped(); !go) return go;
     const auto next = NextRun();
-    if (!next) return Fail(Explained(next.error(), Translate(kContext, "Table %2 cannot be read: %1"), name));
+    if (!next)
+        return Fail(
+            Explained(next.error(), Translate("DatabaseExport", "Table %2 cannot be read: %1"), name));
     m_outcome.run = *next;
     std::vector<OdbcValue> values{*next, DatabaseText(m_stamp.server), MomentValue(m_stamp.scannedAt),
                                   MomentValue(m_stamp.exportedAt), DatabaseText(m_stamp.program)};
@@ -224,7 +230,8 @@ Done Writer::BeginRun()
     auto begun = Once(InsertSql(ExportTable::Runs, name, 1, Quote()), values);
     if (begun || begun.error().Is(Code::Cancelled)) return begun;
     if (SqlState(begun.error()).starts_with("23")) begun.error().description = NameTaken(*next);
-    return Fail(Explained(begun.error(), Translate(kContext, "Table %2 cannot be written: %1"), name));
+    return Fail(
+        Explained(begun.error(), Translate("DatabaseExport", "Table %2 cannot be written: %1"), name));
 }
 
 Done Writer::EndRun()
@@ -249,7 +256,7 @@ Done Writer::WriteRows()
     m_inserting.reset();
     if (!m_queue.IsStopped()) return {};
     if (m_progress.isCancelled) return Fail(Code::Cancelled, kSource);
-    return Fail(Code::InvalidData, kSource, Translate(kContext, "The last scan could not be read."));
+    return Fail(Code::InvalidData, kSource, Translate("DatabaseExport", "The last scan could not be read."));
 }
 
 Result<OdbcStatement*> Writer::Inserting(ExportTable table, std::size_t rows)
@@ -273,11 +280,12 @@ Done Writer::WriteChunk(ExportChunk& chunk)
     const auto& name = NameOf(chunk.table);
     const auto inserting = Inserting(chunk.table, chunk.rows);
     if (!inserting)
-        return Fail(
-            Explained(inserting.error(), Translate(kContext, "Table %2 cannot be written: %1"), name));
+        return Fail(Explained(inserting.error(),
+                              Translate("DatabaseExport", "Table %2 cannot be written: %1"), name));
     const auto written = (*inserting)->Execute(chunk.values);
     if (!written)
-        return Fail(Explained(written.error(), Translate(kContext, "Table %2 cannot be written: %1"), name));
+        return Fail(
+            Explained(written.error(), Translate("DatabaseExport", "Table %2 cannot be written: %1"), name));
     m_outcome.rows[chunk.table] += static_cast<std::int64_t>(chunk.rows);
     m_progress.rows += static_cast<std::int64_t>(chunk.rows);
     return Stepped();
@@ -292,7 +300,8 @@ Done Writer::Commit()
     const auto committed = m_database.Commit();
     if (committed) return {};
     m_isLost = SqlState(committed.error()).starts_with("08");
-    return Fail(Explained(committed.error(), Translate(kContext, "The database cannot keep the export: %1")));
+    return Fail(
+        Explained(committed.error(), Translate("DatabaseExport", "The database cannot keep the export: %1")));
 }
 
 void Writer::Undo(const SystemError& error)

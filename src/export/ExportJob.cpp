@@ -7,11 +7,9 @@
 
 namespace {
 
-constexpr const char* kContext = "DatabaseExport";
-
 SystemError DoesNotAnswer()
 {
-    return {Code::Timeout, "Export", Translate(kContext, "The database does not answer.")};
+    return {Code::Timeout, "Export", Translate("DatabaseExport", "The database does not answer.")};
 }
 
 }  // namespace

@@ -9,8 +9,6 @@
 
 namespace {
 
-constexpr const char* kContext = "DatabaseExport";
-
 template <std::size_t Left, std::size_t Right>
 constexpr std::array<ExportColumn, Left + Right> Join(const std::array<ExportColumn, Left>& left,
                                                       const std::array<ExportColumn, Right>& right)
@@ -77,14 +75,14 @@ bool IsControl(char c)
 std::string CaptionOf(ExportTable table)
 {
     switch (table) {
-    case ExportTable::Runs: return Translate(kContext, "Runs");
-    case ExportTable::Sites: return Translate(kContext, "Sites");
-    case ExportTable::Entries: return Translate(kContext, "Cached URLs");
-    case ExportTable::Types: return Translate(kContext, "File types");
-    case ExportTable::Totals: return Translate(kContext, "Totals");
+    case ExportTable::Runs: return Translate("DatabaseExport", "Runs");
+    case ExportTable::Sites: return Translate("DatabaseExport", "Sites");
+    case ExportTable::Entries: return Translate("DatabaseExport", "Cached URLs");
+    case ExportTable::Types: return Translate("DatabaseExport", "File types");
+    case ExportTable::Totals: return Translate("DatabaseExport", "Totals");
     case ExportTable::Counters: break;
     }
-    return Translate(kContext, "Counters");
+    return Translate("DatabaseExport", "Counters");
 }
 
 std::span<const ExportColumn> ColumnsOf(ExportTable table)
@@ -123,15 +121,15 @@ std::vector<ExportTable> ExportPlan::Wanted() const
 std::string ExportPlan::Fault(ExportTable table) const
 {
     const auto& name = tables[table].name;
-    if (name.empty()) return Translate(kContext, "A table needs a name.");
+    if (name.empty()) return Translate("DatabaseExport", "A table needs a name.");
     if (name.size() > kMostName)
-        return Translate(kContext,
+        return Translate("DatabaseExport",
                          "The name of a table has at most 63 bytes, so that every database takes it.");
     if (!IsValidUtf8(name) || std::any_of(name.begin(), name.end(), IsControl))
-        return Translate(kContext, "The name of a table has no control characters.");
+        return Translate("DatabaseExport", "The name of a table has no control characters.");
     for (const auto other : Wanted())
         if (other != table && LowerCase(tables[other].name) == LowerCase(name))
-            return Translate(kContext, "Each table needs a name of its own, whatever its capitals.");
+            return Translate("DatabaseExport", "Each table needs a name of its own, whatever its capitals.");
     return {};
 }
 

@@ -1,18 +1,13 @@
 #include "export/ReportTables.h"
 
+#include "base/FillIn.h"
 #include "base/Translate.h"
 #include "export/ExportRows.h"
-#include "export/FillIn.h"
 
 #include <span>
 #include <unordered_map>
 
 namespace {
-
-std::string Say(const char* text)
-{
-    return Translate("CacheReport", text);
-}
 
 enum class Figure {
     Count,
@@ -43,17 +38,23 @@ constexpr Figure kSizeAndHitFigures[]{Figure::Uncompressed, Figure::Compressed, 
 ReportColumn ColumnOf(Figure figure)
 {
     switch (figure) {
-    case Figure::Count: return {"count", Say("Cached URLs")};
-    case Figure::Uncompressed: return {"uncompressedSize", Say("Uncompressed"), FormatKind::Large};
-    case Figure::Compressed: return {"compressedSize", Say("Compressed"), FormatKind::Large};
-    case Figure::Ratio: return {"ratio", Say("Ratio"), FormatKind::Percent};
-    case Figure::Saved: return {"bandwidthSavings", Say("Bandwidth saved"), FormatKind::Large};
-    case Figure::Sent: return {"servedCompressed", Say("Sent compressed"), FormatKind::Large};
-    case Figure::Plain: return {"uncompEquivalent", Say("Would be sent uncompressed"), FormatKind::Large};
-    case Figure::Hits: return {"totalHits", Say("Hits")};
-    case Figure::CacheHits: return {"cacheHits", Say("Hits answered from the cache")};
-    case Figure::Replaced: return {"overwrites", Say("Replaced versions")};
-    case Figure::Cpu: return {"cpuTime", Say("CPU time"), FormatKind::TimeSpan};
+    case Figure::Count: return {"count", Translate("CacheReport", "Cached URLs")};
+    case Figure::Uncompressed:
+        return {"uncompressedSize", Translate("CacheReport", "Uncompressed"), FormatKind::Large};
+    case Figure::Compressed:
+        return {"compressedSize", Translate("CacheReport", "Compressed"), FormatKind::Large};
+    case Figure::Ratio: return {"ratio", Translate("CacheReport", "Ratio"), FormatKind::Percent};
+    case Figure::Saved:
+        return {"bandwidthSavings", Translate("CacheReport", "Bandwidth saved"), FormatKind::Large};
+    case Figure::Sent:
+        return {"servedCompressed", Translate("CacheReport", "Sent compressed"), FormatKind::Large};
+    case Figure::Plain:
+        return {"uncompEquivalent", Translate("CacheReport", "Would be sent uncompressed"),
+                FormatKind::Large};
+    case Figure::Hits: return {"totalHits", Translate("CacheReport", "Hits")};
+    case Figure::CacheHits: return {"cacheHits", Translate("CacheReport", "Hits answered from the cache")};
+    case Figure::Replaced: return {"overwrites", Translate("CacheReport", "Replaced versions")};
+    case Figure::Cpu: return {"cpuTime", Translate("CacheReport", "CPU time"), FormatKind::TimeSpan};
     }
     return {};
 }
@@ -116,15 +117,16 @@ struct ListKind {
 
 ReportTable ListTable(const ListKind& kind, const ReportList& list, const SiteNames& sites)
 {
-    ReportTable table{kind.key, Say(kind.title), {}, {}, {}, {}, list.all};
-    table.note = Say(kind.what) + ' ' +
-                 (list.all.count == 0 ? Say("There are none.")
-                                      : FillIn(Say("Shown: %1 of %2."), {std::to_string(list.top.size()),
-                                                                         std::to_string(list.all.count)}));
-    table.columns = {{"path", Say("URL"), FormatKind::Plain, true},
-                     {"queryHash", Say("Query"), FormatKind::Plain, true, true},
-                     {"site", Say("Site"), FormatKind::Plain, true}};
-    if (kind.hasExpiry) table.columns.push_back({"expires", Say("Expired")});
+    ReportTable table{kind.key, Translate("CacheReport", kind.title), {}, {}, {}, {}, list.all};
+    table.note =
+        Translate("CacheReport", kind.what) + ' ' +
+        (list.all.count == 0 ? Translate("CacheReport", "There are none.")
+                             : FillIn(Translate("CacheReport", "Shown: %1 of %2."),
+                                      {std::to_string(list.top.size()), std::to_string(list.all.count)}));
+    table.columns = {{"path", Translate("CacheReport", "URL"), FormatKind::Plain, true},
+                     {"queryHash", Translate("CacheReport", "Query"), FormatKind::Plain, true, true},
+                     {"site", Translate("CacheReport", "Site"), FormatKind::Plain, true}};
+    if (kind.hasExpiry) table.columns.push_back({"expires", Translate("CacheReport", "Expired")});
     AddColumns(table, kind.figures);
     for (const auto& entry : list.top) {
         const auto site = sites.find(entry.site);
@@ -141,16 +143,23 @@ void AddLists(std::vector<ReportTable>& tables, const CacheReport& report)
 {
     SiteNames sites;
     for (const auto& site : report.sites.named) sites.emplace(site.number, site.name);
-    const ListKind savers{"savers", "Largest savers", "Cached URLs that save bandwidth, the most first.",
+    const ListKind savers{"savers", TRANSLATE_NOOP("CacheReport", "Largest savers"),
+                          TRANSLATE_NOOP("CacheReport", "Cached URLs that save bandwidth, the most first."),
                           kSaverFigures};
-    const ListKind neverHit{"neverHit", "Never hit",
-                            "Cached URLs that nobody asked for again, the largest first.", kSizeFigures};
-    const ListKind poorRatio{"poorRatio", "Poor ratios",
-                             "Cached URLs compressed to more than 95% of their size, the worst first.",
-                             kSizeAndHitFigures};
-    const ListKind expired{"expired", "Expired",
-                           "Cached URLs that had expired when the cache was scanned, the oldest first.",
-                           kSizeFigures, true};
+    const ListKind neverHit{
+        "neverHit", TRANSLATE_NOOP("CacheReport", "Never hit"),
+        TRANSLATE_NOOP("CacheReport", "Cached URLs that nobody asked for again, the largest first."),
+        kSizeFigures};
+    const ListKind poorRatio{
+        "poorRatio", TRANSLATE_NOOP("CacheReport", "Poor ratios"),
+        TRANSLATE_NOOP("CacheReport",
+                       "Cached URLs compressed to more than 95% of their size, the worst first."),
+        kSizeAndHitFigures};
+    const ListKind expired{
+        "expired", TRANSLATE_NOOP("CacheReport", "Expired"),
+        TRANSLATE_NOOP("CacheReport",
+                       "Cached URLs that had expired when the cache was scanned, the oldest first."),
+        kSizeFigures, true};
     tables.push_back(ListTable(savers, report.savers, sites));
     tables.push_back(ListTable(neverHit, report.neverHit, sites));
     tables.push_back(ListTable(poorRatio, report.poorRatio, sites));
@@ -159,11 +168,14 @@ void AddLists(std::vector<ReportTable>& tables, const CacheReport& report)
 
 ReportTable LevelsTable(const CacheReport& report)
 {
-    ReportTable table{"levels", Say("Compression levels"), {}, {{"level", Say("Level")}}, {}, {}, {}};
+    ReportTable table{"levels", Translate("CacheReport", "Compression levels"),
+                      {},       {{"level", Translate("CacheReport", "Level")}},
+                      {},       {},
+                      {}};
     AddColumns(table, kLevelFigures);
     for (std::size_t level = 0; level < CacheReport::kLevels; ++level)
         table.rows.push_back(NamedRow(std::to_string(level), kLevelFigures, report.levels[level]));
-    table.rows.push_back(NamedRow(Say("Other"), kLevelFigures, report.levels.back()));
+    table.rows.push_back(NamedRow(Translate("CacheReport", "Other"), kLevelFigures, report.levels.back()));
     return table;
 }
 
@@ -171,7 +183,7 @@ ReportTable LevelsTable(const CacheReport& report)
 
 ReportTable FiguresTable(const CacheFigures& figures)
 {
-    ReportTable table{"totals", Say("Totals"), {}, {}, {{}}, {}, {}, true};
+    ReportTable table{"totals", Translate("CacheReport", "Totals"), {}, {}, {{}}, {}, {}, true};
     AddColumns(table, kAllFigures);
     AddCells(table.rows.front(), kAllFigures, figures);
     return table;
@@ -180,10 +192,11 @@ ReportTable FiguresTable(const CacheFigures& figures)
 std::vector<ReportTable> ReportTables(const CacheReport& report)
 {
     std::vector<ReportTable> tables{FiguresTable(report.totals)};
-    tables.push_back(
-        PartsTable(report.sites, "sites", Say("Sites"), {"site", Say("Site"), FormatKind::Plain, true}));
-    tables.push_back(PartsTable(report.types, ReportKey::Types, Say("File types"),
-                                {"type", Say("File type"), FormatKind::Plain, true, false, TypeName({})}));
+    tables.push_back(PartsTable(report.sites, "sites", Translate("CacheReport", "Sites"),
+                                {"site", Translate("CacheReport", "Site"), FormatKind::Plain, true}));
+    tables.push_back(PartsTable(
+        report.types, ReportKey::Types, Translate("CacheReport", "File types"),
+        {"type", Translate("CacheReport", "File type"), FormatKind::Plain, true, false, TypeName({})}));
     AddLists(tables, report);
     tables.push_back(LevelsTable(report));
     return tables;
@@ -197,12 +210,12 @@ std::string CellText(const FormatInput& cell, const ReportColumn& column, const 
 
 std::string TypeName(const std::string& type)
 {
-    return type.empty() ? Say("(none)") : type;
+    return type.empty() ? Translate("CacheReport", "(none)") : type;
 }
 
 std::string OthersName(std::int64_t others)
 {
-    return FillIn(Say("Others (%1)"), {std::to_string(others)});
+    return FillIn(Translate("CacheReport", "Others (%1)"), {std::to_string(others)});
 }
 
 std::optional<std::string> IsoText(DateTime moment)

@@ -1,20 +1,9 @@
 #include "ops/Analysis.h"
 
+#include "base/FillIn.h"
 #include "base/Translate.h"
 #include "contracts/ShowError.h"
 #include "ops/CachedFileName.h"
-
-namespace {
-
-// "Cannot open %1" with the name in its place.
-std::string About(const std::string& message, const std::string& name)
-{
-    const auto place = message.find("%1");
-    if (place == std::string::npos) return message;
-    return message.substr(0, place) + name + message.substr(place + 2);
-}
-
-}  // namespace
 
 void Analysis::Run(const FileDetails& file, AnalysisScreen& screen)
 {
@@ -24,9 +13,9 @@ void Analysis::Run(const FileDetails& file, AnalysisScreen& screen)
     const auto name = CachedFileName(folder, file.CacheFilePath);
     // It stays open: by the time it is read, the objects may be connected to another server.
     const auto source = m_host.cache.OpenCacheFile(file.CacheFilePath);
-    if (!source) return Report(About(Translate("Analysis", "Cannot open %1"), name), source.error());
+    if (!source) return Report(FillIn(Translate("Analysis", "Cannot open %1"), {name}), source.error());
     auto made = m_host.tempFiles.GetTempFile();
-    if (!made) return Report(About(Translate("Analysis", "Cannot decompress %1"), name), made.error());
+    if (!made) return Report(FillIn(Translate("Analysis", "Cannot decompress %1"), {name}), made.error());
     TempFile temp(std::move(*made));
 
     CWaitCursor wait(m_host.pointer);
@@ -44,7 +33,7 @@ void Analysis::Run(const FileDetails& file, AnalysisScreen& screen)
     } else {
         temp.Remove();  // before the message, which may stand for hours
         if (screen.IsOpen())
-            Report(About(Translate("Analysis", "Cannot decompress %1"), name), unpacked.error());
+            Report(FillIn(Translate("Analysis", "Cannot decompress %1"), {name}), unpacked.error());
     }
     if (screen.IsOpen()) screen.HideSteps();
 }
@@ -58,9 +47,9 @@ void Analysis::RunLevel(int level, const std::string& file, AnalysisScreen& scre
         screen.ShowLevel(level, *figures);
     } else {
         const auto& failure = figures.error();
-        Report(About(failure.stage == LevelStage::Compress ? Translate("Analysis", "Cannot compress %1")
-                                                           : Translate("Analysis", "Cannot access %1"),
-                     file),
+        Report(FillIn(failure.stage == LevelStage::Compress ? Translate("Analysis", "Cannot compress %1")
+                                                            : Translate("Analysis", "Cannot access %1"),
+                      {file}),
                failure.error);
     }
     m_host.pump.Visit();
@@ -77,5 +66,7 @@ StepProgress Analysis::ProgressOn(AnalysisScreen& screen) const
 
 void Analysis::Report(const std::string& message, const SystemError& error)
 {
+    CWaitCursor usual(m_host.pointer);
+    usual.ShowCursor(ScreenPointer::Default);  // it is the user who is waited for
     ShowError(m_host.boxes, message, BoxStyle::Exclamation, error);
 }

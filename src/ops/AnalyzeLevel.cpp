@@ -22,7 +22,7 @@ Result<std::size_t> ReadSome(const zentrel::FileHandle& file, std::span<std::byt
     for (;;) {
         const auto count = read(file.Get(), room.data(), room.size());
         if (count >= 0) return static_cast<std::size_t>(count);
-        if (errno != EINTR) return FailErrno(errno, kSource, "Cannot read a file");
+        if (errno != EINTR) return FailErrno(errno, kSource, Translate("Analysis", "Cannot read a file"));
     }
 }
 
@@ -47,7 +47,9 @@ tl::expected<LevelFigures, LevelFailure> AnalyzeLevel(zentrel::Compressor& compr
     if (auto begun = compressor.BeginCompress(mode, level); !begun)
         return Failed(LevelStage::Compress, Fail(begun.error()));
     const zentrel::FileHandle source(open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW));
-    if (!source) return Failed(LevelStage::Access, FailErrno(errno, kSource, "Cannot open the file"));
+    if (!source)
+        return Failed(LevelStage::Access,
+                      FailErrno(errno, kSource, Translate("Analysis", "Cannot open the file")));
 
     const auto size = SizeOf(source);
     double done = 0;

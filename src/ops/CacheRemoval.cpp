@@ -5,7 +5,6 @@
 
 namespace {
 
-constexpr const char* kContext = "CacheRemoval";
 constexpr const char* kAllKeys = "/LM/W3SVC";
 
 class BusyMark {
@@ -28,8 +27,9 @@ void CacheRemoval::RemoveNodeCache()
     const auto target = m_screen.SelectedTarget();
     if (!target) return;
     if (!target->isUrl) {
-        if (!Confirm(Translate(kContext, "This will delete all cache for this directory and all contained "
-                                         "subdirectories\r\nProceed?")))
+        if (!Confirm(Translate("CacheRemoval",
+                               "This will delete all cache for this directory and all contained "
+                               "subdirectories\r\nProceed?")))
             return;
         if (m_screen.SelectedTarget() != target) return;
     }
@@ -45,7 +45,8 @@ bool CacheRemoval::Delete(const RemovalTarget& target)
     const auto done = target.isUrl ? m_cache.DeleteEntry(path) : m_cache.DeleteTree(path);
     if (done) return true;
     wait.ShowCursor(ScreenPointer::Default);
-    ShowError(m_boxes, Translate(kContext, "Cannot delete cache entry"), BoxStyle::Exclamation, done.error());
+    ShowError(m_boxes, Translate("CacheRemoval", "Cannot delete cache entry"), BoxStyle::Exclamation,
+              done.error());
     return false;
 }
 
@@ -53,14 +54,14 @@ void CacheRemoval::CleanCache()
 {
     if (m_isBusy) return;
     const BusyMark busy(m_isBusy);
-    if (!Confirm(Translate(kContext, "This will delete all Zentrel cache on this server\r\nProceed ?")))
+    if (!Confirm(Translate("CacheRemoval", "This will delete all Zentrel cache on this server\r\nProceed ?")))
         return;
     CWaitCursor wait(m_pointer);
     wait.ShowCursor(ScreenPointer::Hourglass);
     const auto done = m_cache.DeleteTree(kAllKeys);
     if (done) return;
     wait.ShowCursor(ScreenPointer::Default);
-    ShowError(m_boxes, Translate(kContext, "Cannot delete Zentrel cache"), BoxStyle::Exclamation,
+    ShowError(m_boxes, Translate("CacheRemoval", "Cannot delete Zentrel cache"), BoxStyle::Exclamation,
               done.error());
 }
 
@@ -68,8 +69,8 @@ void CacheRemoval::ResetCounters()
 {
     const auto done = m_cache.ResetCounters(0);
     if (done) return;
-    ShowError(m_boxes, Translate(kContext, "Cannot reset Zentrel performance data"), BoxStyle::Exclamation,
-              done.error());
+    ShowError(m_boxes, Translate("CacheRemoval", "Cannot reset Zentrel performance data"),
+              BoxStyle::Exclamation, done.error());
 }
 
 bool CacheRemoval::Confirm(const std::string& question)

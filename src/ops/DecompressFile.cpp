@@ -1,5 +1,7 @@
 #include "ops/DecompressFile.h"
 
+#include "base/FillIn.h"
+#include "base/Translate.h"
 #include "ops/FillBlock.h"
 #include "zentrel/FileHandle.h"
 
@@ -27,7 +29,8 @@ Done CheckRoom(const zentrel::FileHandle& target, std::size_t wanted)
     const std::uint64_t unit = disk.f_frsize;
     const auto reserve = std::min(kMostReserve, disk.f_blocks * unit / kReserveShare);
     if (disk.f_bavail * unit >= wanted + reserve) return {};
-    return Fail(Code::DiskFull, kSource, "There is not enough free space in the temporary folder.");
+    return Fail(Code::DiskFull, kSource,
+                Translate("DecompressFile", "There is not enough free space in the temporary folder."));
 }
 
 // A size limit as a person would say it; whole GiB or MiB.
@@ -48,7 +51,8 @@ public:
     {
         if (bytes.size() > m_most - m_written)
             return Fail(Code::InvalidData, kSource,
-                        "The file unpacks to more than " + LimitText(m_most) + ".");
+                        FillIn(Translate("DecompressFile", "The file unpacks to more than %1."),
+                               {LimitText(m_most)}));
         m_written += bytes.size();
         if (auto room = CheckRoom(m_file, bytes.size()); !room) return room;
         return zentrel::WriteAll(m_file, bytes, kSource);
@@ -68,7 +72,8 @@ Result<zentrel::FileHandle> OpenEmpty(const std::string& name)
     struct stat status {};
     const bool isEmpty =
         file && fstat(file.Get(), &status) == 0 && (status.st_size == 0 || ftruncate(file.Get(), 0) == 0);
-    if (!isEmpty) return FailErrno(errno, kSource, "Cannot write " + name);
+    if (!isEmpty)
+        return FailErrno(errno, kSource, FillIn(Translate("DecompressFile", "Cannot write %1"), {name}));
     return file;
 }
 

@@ -1,5 +1,7 @@
 #include "ops/TempFiles.h"
 
+#include "base/FillIn.h"
+#include "base/Translate.h"
 #include "zentrel/FileHandle.h"
 
 #include <cerrno>
@@ -20,14 +22,18 @@ Result<std::string> TempFiles::GetTempFile()
         std::error_code error;
         auto folder = std::filesystem::temp_directory_path(error);
         if (!error) folder = std::filesystem::absolute(folder, error);
-        if (error) return FailErrno(error.value(), kSource, "Cannot find the temporary folder");
+        if (error)
+            return FailErrno(error.value(), kSource,
+                             Translate("TempFolder", "Cannot find the temporary folder"));
         m_folder = std::move(folder);
     }
     std::string name = (m_folder / "tmpXXXXXX").string();
     const zentrel::FileHandle file(mkostemp(name.data(), O_CLOEXEC));  // readable by this user only
     if (file) return name;
     const int reason = errno;
-    return FailErrno(reason, kSource, "Cannot make a temporary file in " + m_folder.string());
+    return FailErrno(
+        reason, kSource,
+        FillIn(Translate("TempFolder", "Cannot make a temporary file in %1"), {m_folder.string()}));
 }
 
 void TempFile::Remove()

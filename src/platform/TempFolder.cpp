@@ -1,5 +1,8 @@
 #include "platform/TempFolder.h"
 
+#include "base/FillIn.h"
+#include "base/Translate.h"
+
 #include <cerrno>
 #include <cstdlib>
 #include <exception>
@@ -26,11 +29,13 @@ Result<TempFolder> TempFolder::Make(std::string_view prefix)
     // Absolute, so that a later change of the working folder does not change what is removed.
     std::error_code error;
     const auto parent = std::filesystem::absolute(ParentFolder(), error);
-    if (error) return FailErrno(error.value(), kSource, "Cannot find the temporary folder");
+    if (error)
+        return FailErrno(error.value(), kSource, Translate("TempFolder", "Cannot find the temporary folder"));
     std::string name = (parent / (std::string(prefix) + "XXXXXX")).string();
     if (mkdtemp(name.data()) == nullptr) {
         const int reason = errno;
-        return FailErrno(reason, kSource, "Cannot make a folder in " + parent.string());
+        return FailErrno(reason, kSource,
+                         FillIn(Translate("TempFolder", "Cannot make a folder in %1"), {parent.string()}));
     }
     return TempFolder(std::filesystem::path(std::move(name)));
 }

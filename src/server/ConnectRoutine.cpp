@@ -1,5 +1,7 @@
 #include "server/ConnectRoutine.h"
 
+#include "base/FillIn.h"
+#include "base/Translate.h"
 #include "contracts/ShowError.h"
 #include "server/modServices.h"
 
@@ -39,7 +41,7 @@ void ConnectRoutine::Begin(const std::string& server)
 {
     m_isConnected = false;  // until it stands, nothing may be read through objects of two servers
     m_host.pointer.Set(ScreenPointer::Hourglass);
-    m_host.status.SetConnStatus("Connecting to " + server + "...");
+    m_host.status.SetConnStatus(FillIn(Translate("ConnectRoutine", "Connecting to %1..."), {server}));
     if (m_host.performance) {
         m_host.performance->CloseQuery();
         m_host.performance->ForgetCollectionWarning();
@@ -59,7 +61,7 @@ bool ConnectRoutine::IsGivenUp()
 bool ConnectRoutine::ConnectObjects(const std::string& server)
 {
     if (auto connected = m_server.Connect(server); !connected) {
-        GiveUp("Cannot connect to " + server, connected.error());
+        GiveUp(FillIn(Translate("ConnectRoutine", "Cannot connect to %1"), {server}), connected.error());
         return false;
     }
     m_host.pump.Run();
@@ -68,8 +70,10 @@ bool ConnectRoutine::ConnectObjects(const std::string& server)
         const auto& error = connected.error();
         const bool isAbsent = error.Is(Code::UnknownInterface) || error.Is(Code::ServerUnavailable) ||
                               error.Is(Code::InterfaceNotFound);
-        GiveUp(isAbsent ? "Zentrel is not started on this server or it is an older version"
-                        : "Cannot connect to Zentrel RPC server on " + server,
+        GiveUp(isAbsent ? Translate("ConnectRoutine",
+                                    "Zentrel is not started on this server or it is an older version")
+                        : FillIn(Translate("ConnectRoutine", "Cannot connect to Zentrel RPC server on %1"),
+                                 {server}),
                error);
         return false;
     }
@@ -93,8 +97,10 @@ ConnectRoutine::Figures ConnectRoutine::OpenFigures(const std::string& server)
     // Where the service does not exist the counters need none.
     if (running.error().Is(Code::ServiceDoesNotExist)) return Figures::Readable;
     if (!m_host.display.IsClosing())
-        ShowError(m_host.boxes, "Cannot access Remote Registry service on " + server, BoxStyle::Exclamation,
-                  running.error());
+        ShowError(
+            m_host.boxes,
+            FillIn(Translate("ConnectRoutine", "Cannot access Remote Registry service on %1"), {server}),
+            BoxStyle::Exclamation, running.error());
     return Figures::Unreadable;
 }
 
@@ -105,16 +111,19 @@ bool ConnectRoutine::StartRemoteRegistry(const std::string& server)
     if (m_settings.StartRemoteReg == RemoteRegPolicy::Prompt) {
         const auto answer = m_host.boxes.Show(
             // The first line is spelled as everybody knows it.
-            "The Remore Registry service is not started on " + server +
-                "\r\nThis service is necessary to retrieve Zentrel Performance statistics"
-                "\r\nStart the service?",
+            FillIn(Translate("ConnectRoutine",
+                             "The Remore Registry service is not started on %1\r\n"
+                             "This service is necessary to retrieve Zentrel Performance statistics\r\n"
+                             "Start the service?"),
+                   {server}),
             BoxStyle::YesNoQuestion, m_host.display.Caption());
         if (answer != BoxAnswer::Yes || m_host.display.IsClosing()) return false;
     }
     const auto started = modServices::StartServiceByName(*m_host.transport, server, kRemoteRegistry);
     if (!started && !m_host.display.IsClosing())
-        ShowError(m_host.boxes, "Cannot start Remote Registry service on " + server, BoxStyle::Exclamation,
-                  started.error());
+        ShowError(m_host.boxes,
+                  FillIn(Translate("ConnectRoutine", "Cannot start Remote Registry service on %1"), {server}),
+                  BoxStyle::Exclamation, started.error());
     return started.has_value();
 }
 
@@ -124,9 +133,10 @@ void ConnectRoutine::RunPerformanceSteps()
     auto& steps = *m_host.performance;
     if (const auto opened = steps.OpenQuery(); !opened) {
         const auto& error = opened.error();
-        m_host.boxes.Show("Cannot open performance collection library\nError 0x" + Hexadecimal(error.code) +
-                              " - " + error.description,
-                          BoxStyle::Exclamation, m_host.display.Caption());
+        m_host.boxes.Show(
+            FillIn(Translate("ConnectRoutine", "Cannot open performance collection library\nError 0x%1 - %2"),
+                   {Hexadecimal(error.code), error.description}),
+            BoxStyle::Exclamation, m_host.display.Caption());
     }
     steps.InitPerfCounters();
     steps.BuildPerfRows();
@@ -138,29 +148,30 @@ void ConnectRoutine::RunPerformanceSteps()
 void ConnectRoutine::Succeed(const std::string& server)
 {
     m_isConnected = true;
-    m_host.status.SetConnStatus("Connected to " + server);
+    m_host.status.SetConnStatus(FillIn(Translate("ConnectRoutine", "Connected to %1"), {server}));
     m_host.pointer.Set(ScreenPointer::Default);
     m_host.pump.Run();
     m_host.display.SetCaption(server + " - " + std::string(kProgramTitle));
-    std::string strip = server + " - ";
-    if (m_server.IsLocal()) strip += "Local - ";
-    strip += std::to_string(m_siteCount) + " web site";
-    if (m_siteCount != 1) strip += 's';
-    m_host.display.SetTopStrip(strip);
+    const auto sites = FillIn(m_siteCount == 1 ? Translate("ConnectRoutine", "%1 web site")
+                                               : Translate("ConnectRoutine", "%1 web sites"),
+                              {std::to_string(m_siteCount)});
+    const auto strip =
+        m_server.IsLocal() ? Translate("ConnectRoutine", "%1 - Local - %2") : std::string("%1 - %2");
+    m_host.display.SetTopStrip(FillIn(strip, {server, sites}));
 }
 
 void ConnectRoutine::GiveUp(const std::string& message, SystemError error)
 {
     EndUnconnected();
     if (m_host.display.IsClosing()) return;
-    if (error.Is(Code::AccessDenied)) error.description = "Access denied";
+    if (error.Is(Code::AccessDenied)) error.description = Translate("ConnectRoutine", "Access denied");
     ShowError(m_host.boxes, message, BoxStyle::Exclamation, error);
 }
 
 void ConnectRoutine::EndUnconnected()
 {
     m_host.pointer.Set(ScreenPointer::Default);
-    m_host.status.SetConnStatus("Not connected - Error");
+    m_host.status.SetConnStatus(Translate("ConnectRoutine", "Not connected - Error"));
     m_isConnected = false;
     if (m_host.performance) m_host.performance->ShowNoFigures();
 }

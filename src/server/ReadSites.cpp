@@ -1,6 +1,7 @@
 #include "server/ReadSites.h"
 
 #include "base/Text.h"
+#include "base/Translate.h"
 #include "zentrel/SiteNumber.h"
 
 #include <string_view>
@@ -51,7 +52,8 @@ std::string BindingsText(const std::vector<std::string>& bindings)
             continue;
         }
         const auto address = binding.substr(0, first);
-        text += TrimBlanks(address).empty() ? std::string_view("(All Unassigned)") : address;
+        text +=
+            TrimBlanks(address).empty() ? Translate("ReadSites", "(All Unassigned)") : std::string(address);
         text += binding.substr(first, second - first);
     }
     if (text.size() > kLongestText) text.resize(kLongestText);

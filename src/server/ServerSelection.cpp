@@ -1,5 +1,6 @@
 #include "server/ServerSelection.h"
 
+#include "base/FillIn.h"
 #include "base/Text.h"
 #include "contracts/ShowError.h"
 #include "settings/ServerList.h"
@@ -125,7 +126,8 @@ void ServerSelection::Reconnect()
     if (m_screen == nullptr) return;
     if (complete && m_sites.Size() > 0) return FinishSites(!*complete);
     // Without a site there is no first one to check.
-    ReportUnlisted(complete ? SystemError{Code::NoMoreItems, "ServerAdmin", "The server has no web site."}
+    ReportUnlisted(complete ? SystemError{Code::NoMoreItems, "ServerAdmin",
+                                          Translate("ServerSelection", "The server has no web site.")}
                             : complete.error());
 }
 
@@ -146,9 +148,9 @@ Done ServerSelection::BindServer()
 
 void ServerSelection::ReportUnconnected(const SystemError& error)
 {
-    auto message = "Cannot connect to " + m_name + ".";
+    auto message = FillIn(Translate("ServerSelection", "Cannot connect to %1."), {m_name});
     if (error.code == kClassNotRegistered || error.code == kClassNotAvailable)
-        message += "\r\nIIS Administration runtime is not installed.";
+        message += "\r\n" + Translate("ServerSelection", "IIS Administration runtime is not installed.");
     ShowError(m_host.boxes, message, BoxStyle::Exclamation, error);
 }
 
@@ -191,9 +193,10 @@ void ServerSelection::ReportUnlisted(SystemError error)
     m_state = SitesState::NotListed;
     m_screen->ShowSites();
     m_screen->ShowState();
-    if (error.Is(Code::AccessDenied)) error.description = "Access denied";
-    ShowError(m_host.boxes, "Unable to retrieve the list of web sites from the server", BoxStyle::Exclamation,
-              error);
+    if (error.Is(Code::AccessDenied)) error.description = Translate("ServerSelection", "Access denied");
+    ShowError(m_host.boxes,
+              Translate("ServerSelection", "Unable to retrieve the list of web sites from the server"),
+              BoxStyle::Exclamation, error);
 }
 
 void ServerSelection::Check(std::size_t row, bool isChecked)
@@ -221,8 +224,8 @@ void ServerSelection::Confirm()
             m_settings.Sites.Remove(site.number);
     }
     if (m_sites.CheckedCount() == 0) {
-        m_host.boxes.Show("You must select at least one website for analysis", BoxStyle::Information,
-                          std::string(kSelectionTitle));
+        m_host.boxes.Show(Translate("ServerSelection", "You must select at least one website for analysis"),
+                          BoxStyle::Information, Translate("frmServer", kSelectionTitle));
         return;
     }
     std::vector<std::string> offered;

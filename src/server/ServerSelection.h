@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Translate.h"
 #include "contracts/MessageBoxes.h"
 #include "contracts/WaitCursor.h"
 #include "server/ReadSites.h"
@@ -13,8 +14,8 @@
 #include <string>
 #include <string_view>
 
-// The title of the dialog and of its own message boxes.
-inline constexpr std::string_view kSelectionTitle = "Select Server and Web Sites";
+// The title of the dialog and of its own message boxes, in English.
+inline constexpr const char* kSelectionTitle = TRANSLATE_NOOP("frmServer", "Select Server and Web Sites");
 
 // What the dialog's list of sites stands for.
 enum class SitesState {

@@ -45,7 +45,7 @@ frmServer::frmServer(ServerSelection& selection, QWidget* parent)
       lblState(new PlainLabel(QStringLiteral("lblState"), tr("State"), this))
 {
     setObjectName(QStringLiteral("frmServer"));
-    setWindowTitle(PlainText(kSelectionTitle));
+    setWindowTitle(tr(kSelectionTitle));
     setModal(true);
     cmbServer->setObjectName(QStringLiteral("cmbServer"));
     lstSites->setObjectName(QStringLiteral("lstSites"));

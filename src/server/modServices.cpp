@@ -1,5 +1,6 @@
 #include "server/modServices.h"
 
+#include "base/Translate.h"
 #include "zentrel/HostServices.h"
 
 #include <algorithm>
@@ -13,25 +14,30 @@ constexpr std::uint32_t kUnreachable = Code::ServerUnavailable & 0xFFFFU;
 
 struct ServiceText {
     std::uint32_t code;
-    std::string_view text;
+    const char* text;
 };
 
 constexpr ServiceText kTexts[] = {
-    {Code::AccessDenied, "Access denied"},
-    {Code::InvalidName, "The specified service name is invalid"},
+    {Code::AccessDenied, TRANSLATE_NOOP("modServices", "Access denied")},
+    {Code::InvalidName, TRANSLATE_NOOP("modServices", "The specified service name is invalid")},
     {Code::ServiceNoCheckIn,
-     "The process for the service was started, but it did not check in with SC Manager"},
-    {Code::ServiceNoThread, "A thread could not be created for the service"},
-    {Code::ServiceDatabaseLocked, "The service database is locked"},
-    {Code::ServiceAlreadyRunning, "An instance of the service is already running"},
-    {Code::ServiceDisabled, "The service has been disabled"},
-    {Code::ServiceDoesNotExist, "The specified service does not exist"},
-    {Code::ServiceDependencyFailed, "The service depends on another service that has failed to start"},
+     TRANSLATE_NOOP("modServices",
+                    "The process for the service was started, but it did not check in with SC Manager")},
+    {Code::ServiceNoThread, TRANSLATE_NOOP("modServices", "A thread could not be created for the service")},
+    {Code::ServiceDatabaseLocked, TRANSLATE_NOOP("modServices", "The service database is locked")},
+    {Code::ServiceAlreadyRunning,
+     TRANSLATE_NOOP("modServices", "An instance of the service is already running")},
+    {Code::ServiceDisabled, TRANSLATE_NOOP("modServices", "The service has been disabled")},
+    {Code::ServiceDoesNotExist, TRANSLATE_NOOP("modServices", "The specified service does not exist")},
+    {Code::ServiceDependencyFailed,
+     TRANSLATE_NOOP("modServices", "The service depends on another service that has failed to start")},
     {Code::ServiceLogonFailed,
-     "The service could not be logged on. This error occurs if the service was started from an account that "
-     "does not have the 'Log on as a service' right"},
+     TRANSLATE_NOOP("modServices", "The service could not be logged on. This error occurs if the service was "
+                                   "started from an account that "
+                                   "does not have the 'Log on as a service' right")},
     {Code::ServiceDependencyDeleted,
-     "The service depends on a service that does not exist or has been marked for deletion"},
+     TRANSLATE_NOOP("modServices",
+                    "The service depends on a service that does not exist or has been marked for deletion")},
 };
 
 }  // namespace
@@ -40,7 +46,8 @@ tl::unexpected<SystemError> RaiseServiceError(std::uint32_t code)
 {
     const auto* const known = std::find_if(std::begin(kTexts), std::end(kTexts),
                                            [code](const ServiceText& text) { return text.code == code; });
-    return Fail(code, "Services", std::string(known == std::end(kTexts) ? std::string_view() : known->text));
+    return Fail(code, "Services",
+                known == std::end(kTexts) ? std::string() : Translate("modServices", known->text));
 }
 
 Result<bool> IsServiceRunning(zentrel::Transport& transport, std::string_view machine,

@@ -7,7 +7,7 @@
 #include <string_view>
 
 // Services of a host, asked and started. `machine` is a server's name; empty stands for this machine.
-// Errors carry the system's plain code, the source "Services" and an English text for the codes that are
+// Errors carry the system's plain code, the source "Services" and a text for the codes that are
 // known, an empty one for others.
 namespace modServices {
 

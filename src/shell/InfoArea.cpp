@@ -71,7 +71,7 @@ std::array<ActivePanel*, PanelItems::Panels> MakePanels(MessagePump& pump)
 std::vector<InfoPanel::Row> PanelRowsOf(std::span<const InfoRow> rows)
 {
     std::vector<InfoPanel::Row> shown;
-    for (const auto& row : rows) shown.push_back({row.caption, row.toolTip});
+    for (const auto& row : rows) shown.push_back({CaptionOf(row), ToolTipOf(row)});
     return shown;
 }
 
@@ -117,7 +117,8 @@ void InfoArea::BuildPanelsMenu(QMenu& menu)
         const bool isPanel = i < PanelItems::Panels;
         auto* const action = i == PanelItems::Separator
                                  ? menu.addSeparator()
-                                 : menu.addAction(isPanel ? Text(PanelCaptions()[i].item) : Text("&All"));
+                                 : menu.addAction(isPanel ? Text(PanelCaptions()[i].item)
+                                                          : Text(QT_TRANSLATE_NOOP("frmMain", "&All")));
         m_actions[i] = action;
         action->setObjectName(QStringLiteral("mnuInfo_Item(%1)").arg(i));
         if (action->isSeparator()) continue;
@@ -159,7 +160,7 @@ void InfoArea::ClearInfo()
     m_types->Clear();
     m_file.Clear();
     m_totals.Clear();
-    Panel(2).SetCaption(std::string(kFileInfoCaption));
+    Panel(2).SetCaption(Translate("frmMain", kFileInfoCaption));
 }
 
 void InfoArea::ShowContents()

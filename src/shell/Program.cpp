@@ -9,6 +9,7 @@
 #include "shell/ConsoleBoxes.h"
 #include "shell/Demo.h"
 #include "shell/DemoTraffic.h"
+#include "shell/Language.h"
 #include "shell/QtMessageBoxes.h"
 #include "shell/QtMessagePump.h"
 #include "shell/QtScreenPointer.h"
@@ -21,6 +22,7 @@
 #include <QApplication>
 #include <QEventLoop>
 #include <QFileInfo>
+#include <QLocale>
 #include <QTimer>
 
 #include <csignal>
@@ -190,6 +192,7 @@ int RunProgram(StartOptions options, char* programName)
     int argc = 1;
     char* argv[] = {programName, nullptr};
     const QApplication application(argc, argv);
+    const Language language(QLocale().uiLanguages());
     QApplication::setDesktopFileName(QStringLiteral("quillet"));
     QApplication::setWindowIcon(Image(QStringLiteral("Quillet")));
 

@@ -56,8 +56,8 @@ public:
     void ResetCounters();
     void ShowCounters();                 // the counters console
     void ShowFileDetails(bool analyse);  // of the selected URL
-    void ShowReport();        // of the last scan
-    void ExportToDatabase();  // likewise
+    void ShowReport();                   // of the last scan
+    void ExportToDatabase();             // likewise
     void CustomizeToolbar();
     void ShowHelp();
     void OpenWebSite();

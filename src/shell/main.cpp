@@ -11,9 +11,9 @@ namespace {
 
 enum ExitCode { kFailed = 1, kWrongUsage = 2 };
 
-int ReportUsage(const std::string& text)
+int ReportUsage(const CLI::App& app, const std::string& text)
 {
-    std::cerr << "quillet: " << text.substr(0, text.find('\n')) << '\n';
+    std::cerr << "quillet: " << text.substr(0, text.find('\n')) << '\n' << app.help();
     return kWrongUsage;
 }
 
@@ -39,21 +39,21 @@ int ParseAndRun(int argc, char** argv)
                    "Write a picture of the window with the tree expanded, print its path and end")
         ->type_name("FILE");
     std::string helpPage;
-    const auto* const help =
-        app.add_option("--help-page", helpPage, "Print a page of the help and end; without a name, the contents")
-            ->type_name("NAME")
-            ->expected(0, 1);
+    const auto* const help = app.add_option("--help-page", helpPage,
+                                            "Print a page of the help and end; without a name, the contents")
+                                 ->type_name("NAME")
+                                 ->expected(0, 1);
     app.set_version_flag("--version", "quillet " QUILLET_VERSION);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        return error.get_exit_code() == 0 ? app.exit(error) : ReportUsage(error.what());
+        return error.get_exit_code() == 0 ? app.exit(error) : ReportUsage(app, error.what());
     }
     if (help->count() != 0) return PrintHelpPage(std::cout, std::cerr, helpPage);
     options.choosesSites = !sites.empty();
     if (options.choosesSites && sites != "all") {
         const auto numbers = zentrel::ParseSiteNumbers(sites);
-        if (!numbers) return ReportUsage(numbers.error().description);
+        if (!numbers) return ReportUsage(app, numbers.error().description);
         options.sites = *numbers;
     }
     return RunProgram(std::move(options), argv[0]);

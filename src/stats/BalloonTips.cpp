@@ -1,5 +1,6 @@
 #include "stats/BalloonTips.h"
 
+#include "stats/CounterList.h"
 #include "stats/ToolTip.h"
 
 #include <QWidget>
@@ -28,7 +29,8 @@ void BalloonTips::AddTips(std::span<QWidget* const> controls, std::span<const Pe
 {
     const auto count = std::min(controls.size(), counters.size());
     for (std::size_t i = 0; i < count; ++i)
-        AddTip(counters[i].info.counterName, counters[i].info.explainText, controls[i]);
+        AddTip(CounterWords(counters[i].info.counterName), CounterWords(counters[i].info.explainText),
+               controls[i]);
 }
 
 void BalloonTips::AddTip(const std::string& title, std::string_view text, QWidget* control)

@@ -3,6 +3,7 @@
 #include "controls/PlainMarkup.h"
 #include "controls/PlainText.h"
 #include "stats/CounterCsv.h"
+#include "stats/CounterList.h"
 #include "stats/CounterText.h"
 
 #include <QHelpEvent>
@@ -27,8 +28,8 @@ CounterChart::CounterChart(const CounterHistory& history, std::size_t counter, F
 
 void CounterChart::Describe(const CounterDescription& description)
 {
-    const auto label = PlainText(description.label);
-    const auto text = PlainLines(description.explainText);
+    const auto label = PlainText(CounterWords(description.label));
+    const auto text = PlainLines(CounterWords(description.explainText));
     if (label == m_label && description.type == m_type && text == accessibleDescription()) return;
     m_label = label;
     m_type = description.type;

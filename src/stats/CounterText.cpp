@@ -1,5 +1,6 @@
 #include "stats/CounterText.h"
 
+#include "base/FillIn.h"
 #include "format/FormatValue.h"
 #include "format/NumberText.h"
 #include "platform/PdhStatus.h"
@@ -19,9 +20,10 @@ std::string CounterText(double value, std::uint32_t type, const FormatLocale& lo
 
 std::string SummaryCaption(double equivalentBytes, double compressedBytes, const FormatLocale& locale)
 {
-    const std::string caption = kSummaryCaption;
+    auto caption = Translate("frmMain", kSummaryCaption);
     if (compressedBytes == 0) return caption;
     const double boost = equivalentBytes / compressedBytes - 1;
     if (!std::isfinite(boost)) return caption;
-    return caption + " (Boost " + FormatNumber(boost, FormatKind::Percent, locale) + ")";
+    return FillIn(Translate("frmMain", "%1 (Boost %2)"),
+                  {caption, FormatNumber(boost, FormatKind::Percent, locale)});
 }

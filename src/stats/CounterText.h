@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Translate.h"
 #include "format/FormatLocale.h"
 
 #include <cstdint>
@@ -12,4 +13,4 @@ std::string CounterText(double value, std::uint32_t type, const FormatLocale& lo
 // The caption of the performance summary: with the boost, how much more was served than the bytes that were
 // sent, when these are known and the quotient is a number; "Performance Summary (Boost 215.40%)".
 std::string SummaryCaption(double equivalentBytes, double compressedBytes, const FormatLocale& locale);
-inline constexpr const char* kSummaryCaption = "Performance Summary";
+inline constexpr const char* kSummaryCaption = TRANSLATE_NOOP("frmMain", "Performance Summary");

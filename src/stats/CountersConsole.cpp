@@ -138,6 +138,8 @@ void CountersConsole::closeEvent(QCloseEvent* event)
     m_timer.stop();
     m_feed->Close();
     m_history.Break();
+    for (auto* const dialog : findChildren<QDialog*>())
+        dialog->reject();  // it would keep the program running
     event->accept();
 }
 

@@ -15,8 +15,8 @@ class ValueLabel;
 class InfoPanel {
 public:
     struct Row {
-        std::string_view caption;  // "Total Hits:"
-        std::string_view toolTip;  // of caption and value; empty = none
+        std::string caption;  // "Total Hits:"
+        std::string toolTip;  // of caption and value; empty = none
     };
     // The object names of the controls; those of the rows get an index from 1, as in Label1(1).
     struct Names {

@@ -1,5 +1,7 @@
 #include "stats/InitPerfCounters.h"
 
+#include "base/Translate.h"
+
 #include <optional>
 
 namespace {
@@ -34,7 +36,8 @@ void InitPerfCounters(modPerfCntr& counters, const CounterList& list, const Coun
         if (counters.Query() != query) return;
     }
     if (!failure) return;
-    host.boxes.Show(WithPdhError("At least one of the performance counters is unavailable.", failure->status,
-                                 failure->text),
+    host.boxes.Show(WithPdhError(Translate("InitPerfCounters",
+                                           "At least one of the performance counters is unavailable."),
+                                 failure->status, failure->text),
                     BoxStyle::Exclamation, caption);
 }

@@ -1,5 +1,7 @@
 #include "stats/PerfSummary.h"
 
+#include "base/Translate.h"
+#include "stats/CounterList.h"
 #include "stats/CounterText.h"
 
 #include <optional>
@@ -25,14 +27,15 @@ void PerfSummary::BuildPerfRows()
 {
     std::vector<SummaryRow> rows;
     for (const auto& counter : m_counters.Counters())
-        rows.push_back({counter.label + ":", counter.label == kRed});
-    if (rows.empty()) return;
+        rows.push_back({CounterWords(counter.label) + ":", counter.label == kRed});
     m_host.screen.BuildRows(rows);
+    m_hasRows = true;
     ShowNoFigures();
 }
 
 void PerfSummary::ShowNoFigures()
 {
+    if (!m_hasRows) return;
     for (std::size_t row = 0; row < m_host.screen.RowCount(); ++row)
         m_host.screen.ShowValue(row, std::string(kNoValue));
 }
@@ -47,7 +50,7 @@ void PerfSummary::UpdatePerfSummary()
     if (ShowRows(boost)) {
         const bool isKnown = boost.compressed && boost.equivalent;
         m_host.screen.SetCaption(isKnown ? SummaryCaption(*boost.equivalent, *boost.compressed, m_locale)
-                                         : std::string(kSummaryCaption));
+                                         : Translate("frmMain", kSummaryCaption));
     }
     m_updating = before;
 }
@@ -56,9 +59,9 @@ void PerfSummary::CollectOrWarn()
 {
     if (m_counters.CollectData() || m_isWarned || m_counters.Query() != m_updating) return;
     m_isWarned = true;
-    m_host.boxes.Show(
-        WithPdhError("Cannot collect performance data", m_counters.LastStatus(), m_counters.LastText()),
-        BoxStyle::Exclamation, m_host.title());
+    m_host.boxes.Show(WithPdhError(Translate("PerfSummary", "Cannot collect performance data"),
+                                   m_counters.LastStatus(), m_counters.LastText()),
+                      BoxStyle::Exclamation, m_host.title());
 }
 
 // False when another query took the place of the one that is being shown.

@@ -42,9 +42,9 @@ public:
     {
     }
 
-    // A row for each counter, without a value yet; nothing when there are none.
+    // A row for each counter, without a value yet; without counters none, whatever another server had.
     void BuildPerfRows();
-    // The rows that stand show that there are no values.
+    // The rows that were built show that there are no values.
     void ShowNoFigures();
 
     // Collects and shows all values and the boost. A failed collection is told once; the values that were
@@ -62,6 +62,7 @@ private:
     modPerfCntr& m_counters;
     const FormatLocale m_locale;
     const SummaryHost m_host;
+    bool m_hasRows = false;
     bool m_isWarned = false;
     QueryHandle m_updating = 0;  // the query of the update that runs
 };

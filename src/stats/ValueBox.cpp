@@ -1,7 +1,8 @@
 #include "stats/ValueBox.h"
 
-#include "controls/PlainText.h"
 #include "controls/PlainMarkup.h"
+#include "controls/PlainText.h"
+#include "controls/ReadingOrder.h"
 
 #include <QHelpEvent>
 #include <QMouseEvent>
@@ -21,6 +22,20 @@ ValueBox::ValueBox(const QString& objectName, const QString& meaning, QWidget* p
     setAccessibleName(meaning);
     setReadOnly(true);
     setContextMenuPolicy(Qt::NoContextMenu);
+    AlignWithWindow();
+}
+
+// A text from left to right would stand at the left of the box in every window.
+void ValueBox::AlignWithWindow()
+{
+    setAlignment(QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft) | Qt::AlignAbsolute |
+                 Qt::AlignVCenter);
+}
+
+void ValueBox::changeEvent(QEvent* event)
+{
+    QLineEdit::changeEvent(event);
+    if (event->type() == QEvent::LayoutDirectionChange) AlignWithWindow();
 }
 
 // Text that was marked as a whole, as after a Tab, stays marked.
@@ -64,8 +79,8 @@ void ValueBox::paintEvent(QPaintEvent* event)
     style()->drawPrimitive(QStyle::PE_PanelLineEdit, &option, &painter, this);
     const auto room = TextRoom();
     const auto shown = fontMetrics().elidedText(text(), Qt::ElideMiddle, room.width());
-    const auto place = QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft | Qt::AlignVCenter);
-    style()->drawItemText(&painter, room, static_cast<int>(place) | Qt::TextSingleLine, palette(),
+    painter.setLayoutDirection(ReadingOrder(shown, layoutDirection()));
+    style()->drawItemText(&painter, room, static_cast<int>(alignment()) | Qt::TextSingleLine, palette(),
                           isEnabled(), shown, QPalette::Text);
 }
 

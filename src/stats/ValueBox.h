@@ -19,8 +19,10 @@ protected:
     bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
+    void AlignWithWindow();
     QRect TextRoom() const;
     bool IsTooLong() const;
 };

@@ -67,7 +67,7 @@ bool modPerfCntr::CheckStatus(PdhStatus status)
     m_lastStatus = status;
     m_lastSeverity = status >> 30;
     const bool isGood = Pdh::IsGoodStatus(status);
-    m_lastText = isGood ? std::string_view() : PdhStatusText(status);
+    m_lastText = isGood ? std::string() : PdhStatusText(status);
     return isGood;
 }
 

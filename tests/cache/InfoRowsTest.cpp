@@ -11,7 +11,7 @@ std::string Print(std::span<const InfoRow> rows, const FileInfo& info)
     std::string out;
     const auto texts = InfoTexts(rows, info, FormatLocale{});
     for (std::size_t i = 0; i < rows.size(); ++i)
-        out += std::string(rows[i].caption) + texts[i] + (rows[i].toolTip.empty() ? "\n" : "*\n");
+        out += CaptionOf(rows[i]) + texts[i] + (ToolTipOf(rows[i]).empty() ? "\n" : "*\n");
     return out;
 }
 

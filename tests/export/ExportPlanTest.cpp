@@ -1,7 +1,7 @@
 #include "export/ExportPlan.h"
 #include "export/ExportPreview.h"
 #include "export/ExportRows.h"
-#include "export/FillIn.h"
+#include "base/FillIn.h"
 #include "export/SecretText.h"
 #include "export/SyntheticSnapshot.h"
 

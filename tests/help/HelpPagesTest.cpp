@@ -157,7 +157,7 @@ TEST(HelpPages, EveryMessageBoxIsInTheTroubleshooting)
     int boxes = 0;
     for (std::sregex_iterator it(sources.begin(), sources.end(), kBox), end; it != end; ++it) {
         const auto text = (*it)[2].str();
-        if (text.empty()) continue;  // as where a box is put together
+        if (text.empty() || text[0] == '(') continue;  // as where a box is put together
         ++boxes;
         EXPECT_NE(page.find("\n### " + text), std::string::npos) << text;
     }

@@ -285,6 +285,7 @@ TEST_F(AnalysisTest, ALostTemporaryFileIsToldLevelByLevel)
         name = std::filesystem::directory_iterator(temp.Path())->path().string();
         std::filesystem::remove(name);
     };
+    boxes.onShow = [this] { EXPECT_EQ(pointer.Get(), ScreenPointer::Default); };
     Run();
     ASSERT_EQ(boxes.shown.size(), 6U);
     for (const auto& box : boxes.shown)

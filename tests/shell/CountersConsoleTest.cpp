@@ -5,7 +5,9 @@
 #include "zentrel/ServiceRig.h"
 
 #include <QClipboard>
+#include <QDialog>
 #include <QMouseEvent>
+#include <QTimer>
 
 #include <fstream>
 #include <memory>
@@ -199,6 +201,21 @@ TEST_F(CountersConsoleTest, CopiesAndSavesWhatItShows)
     Click("cmdSaveCsv");
     ASSERT_EQ(boxes.shown.size(), 1U);
     EXPECT_NE(boxes.shown[0].find("nowhere/x.csv\nNo such file"), std::string::npos) << boxes.shown[0];
+}
+
+TEST_F(CountersConsoleTest, ClosedItTakesItsQuestionAlong)
+{
+    console = std::make_unique<CountersConsole>(
+        CountersConsoleHost{library, MakeCounterList(), boxes, FormatLocale()});
+    console->show();
+    console->SetServer(CounterServer{"here", true});
+    console->Sample();
+    QTimer::singleShot(0, console.get(), [this] {
+        Find<QDialog>("dlgSaveCsv");
+        console->close();
+    });
+    Click("cmdSaveCsv");
+    EXPECT_TRUE(console->isHidden() && boxes.shown.empty());
 }
 
 TEST_F(CountersConsoleTest, AServerThatGoesLeavesAGapAndComesBack)

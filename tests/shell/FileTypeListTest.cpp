@@ -1,5 +1,6 @@
 #include "cache/FileTypeList.h"
 
+#include "Ink.h"
 #include "contracts/MessagePump.h"
 #include "contracts/WaitCursor.h"
 #include "controls/ActivePanel.h"
@@ -93,6 +94,26 @@ TEST_F(FileTypeListTest, ShowsARowForEachTypeAndSorts)
     list.Clear();
     EXPECT_EQ(list.model()->rowCount(), 0);
     modSystemImageList::DetachSystemImageList(list);
+}
+
+TEST_F(FileTypeListTest, SizesRunAsTheyAreWrittenInEveryWindow)
+{
+    Add("htm", -1, 6257);
+    list.FillFileTypes(table);
+    panel.show();
+    panel.grab();
+    for (const int column : {1, 2, 4}) {
+        QImage written[2];
+        for (const auto direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+            QGuiApplication::setLayoutDirection(direction);
+            panel.grab();
+            const auto cell = list.visualRect(list.model()->index(0, column));
+            written[direction == Qt::RightToLeft] = Ink(list, cell.translated(list.viewport()->pos()));
+        }
+        EXPECT_GT(written[0].width(), 5);
+        EXPECT_EQ(written[0], written[1]) << column;
+    }
+    QGuiApplication::setLayoutDirection(Qt::LeftToRight);
 }
 
 TEST_F(FileTypeListTest, FillsItsPanel)

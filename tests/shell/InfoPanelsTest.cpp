@@ -1,3 +1,5 @@
+#include "Ink.h"
+
 #include "controls/ActivePanel.h"
 #include "controls/Splitter.h"
 #include "stats/BalloonTips.h"
@@ -21,7 +23,7 @@
 
 namespace {
 
-constexpr InfoPanel::Row kRows[] = {{"Total <b>Hits</b>:", "Count & more"}, {"Cache Hits:", ""}};
+const InfoPanel::Row kRows[] = {{"Total <b>Hits</b>:", "Count & more"}, {"Cache Hits:", ""}};
 constexpr char kMarkup[] = "<h1>loud</h1>";
 
 class PanelTest : public testing::Test {
@@ -97,6 +99,34 @@ TEST_F(PanelTest, RowsFillThePanelsWidthAndScrollInItsHeight)
     EXPECT_TRUE(panel.ScrollBars().CanScroll(ScrollAxis::Horizontal)) << "values keep a few characters";
     panel.resize(301, 300);
     EXPECT_EQ(value->y(), top);
+}
+
+TEST_F(PanelTest, ValuesRunAsTheyAreWrittenInEveryWindow)
+{
+    InfoPanel info(panel, {"Label1", "lblCacheInfo"}, kRows);
+    auto* const label = Find<ValueLabel>("lblCacheInfo(1)");
+    auto* const box = new ValueBox("box", {}, &panel.Surface());
+    box->setFrame(false);
+    box->resize(200, 30);
+    box->show();
+    for (const auto* const text : {"6.11 KiB", "-5", "2:30.500", "/docs/a (1)/", "\xD7\x90 1 KiB"}) {
+        const bool isHebrew = *text == '\xD7';
+        const std::string texts[] = {text};
+        info.Show(texts);
+        box->ShowText(text);
+        for (QWidget* const value : {static_cast<QWidget*>(label), static_cast<QWidget*>(box)}) {
+            QGuiApplication::setLayoutDirection(Qt::LeftToRight);
+            const auto written = Ink(*value, value->rect());
+            QGuiApplication::setLayoutDirection(Qt::RightToLeft);
+            const auto shown = Ink(*value, value->rect());
+            EXPECT_GT(shown.width(), 5) << text;
+            EXPECT_EQ(shown == written, !isHebrew || value == box)
+                << text << ' ' << value->objectName().toStdString();
+            const QRect half(0, 0, value->width() / 2, value->height());
+            EXPECT_TRUE(Ink(*value, half).isNull()) << text << ": at the window's leading side";
+        }
+    }
+    QGuiApplication::setLayoutDirection(Qt::LeftToRight);
 }
 
 TEST_F(PanelTest, CountersTakeRowsAgain)

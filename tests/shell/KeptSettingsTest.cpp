@@ -51,6 +51,7 @@ TEST_F(KeptSettings, AFirstStartAsksForAServerBeforeItConnects)
     EXPECT_TRUE(boxes.shown.empty());
     EXPECT_EQ(LabelText("Connection"), "  Not connected");
     EXPECT_EQ(TreeText(), "");
+    EXPECT_EQ(window->focusWidget(), window->trvFiles);
     EXPECT_EQ(window->size(), QSize(800, 600));  // 12000 by 9000 twips at 96 dots per inch
     EXPECT_TRUE(IsChecked("mnuRefresh_Item(1)"));
     EXPECT_EQ(window->tmrStats->Interval(), 5000);

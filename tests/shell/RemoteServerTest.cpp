@@ -1,13 +1,16 @@
 // The window and the dialog over a real daemon's administration, and over one that does not answer.
 #include "remote/AdminRig.h"
 #include "support/LyingServer.h"
+#include "zentrel/CachedFile.h"
 #include "zentrel/remote/ServerDirectory.h"
 
-#include "WindowRig.h"
+#include "ops/AnalysisRig.h"
 #include "server/frmServer.h"
 #include "shell/QtMessagePump.h"
 
 #include <QTimer>
+
+#include <random>
 
 namespace {
 
@@ -325,4 +328,68 @@ TEST_F(RemoteServer, KilledInAScanLeavesWhatWasFoundAndCanBeReachedAgain)
     EXPECT_TRUE(window.IsConnected());
     EXPECT_EQ(state.contents.totals.Count, static_cast<int>(kMany) + 30);
     EXPECT_EQ(boxes.shown.size(), 2U);
+}
+
+TEST_F(RemoteServer, AnalysesItsFilesAndTellsTheirPlaceOnItsShare)
+{
+    Start();
+    std::filesystem::create_directory(Path("temp"));
+    setenv("TMPDIR", Path("temp").c_str(), 1);
+    const auto cached = zentrel::CachedFile{1, zentrel::Encoding::Gzip, 0}.Path();
+    const auto put = [&](const std::string& text) {
+        const auto bytes = Compressed(text);
+        std::filesystem::create_directories((service->Cache().Root() / cached).parent_path());
+        std::ofstream(service->Cache().Root() / cached, std::ios::binary)
+            .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+    };
+    std::string trouble;
+    const auto registry = RegistryStore::Open(Path("settings.hive"), {}, trouble);
+    ProcessState state(Servers(), Servers(), *registry);
+    state.settings.StartRemoteReg = RemoteRegPolicy::Never;
+    state.first.emplace();
+    state.first->server = "web01";
+    ScriptedPump pump;
+    ScriptedOutside outside;
+    frmMain window(state, Desktop{boxes, pump, pointer, outside, outside});
+    window.Display();
+    const auto& model = static_cast<const CacheTreeModel&>(*window.trvFiles->model());
+    window.trvFiles->setCurrentIndex(model.IndexOf(state.contents.tree.Find("1/Root/dir1/page1")));
+
+    const auto share = R"(\\web01\)" + service->Cache().Root().string() + R"(\0\1.gzip)";
+    const auto opening = "Zentrel Quillet: Cannot open " + share + "\r\n(Error 2 - ";
+    const auto reading = "Zentrel Quillet: Cannot decompress " + share + "\r\n(Error 1722 - ";
+    std::string random(12'000'000, '\0');  // more than is on its way at once
+    std::minstd_rand source(1);
+    for (auto& c : random) c = static_cast<char>(source() >> 8U);
+    const struct {
+        std::string text;
+        std::string box;
+    } cases[] = {{{}, opening}, {PageText(100'000), {}}, {random, reading}};
+    for (const auto& [text, box] : cases) {
+        SCOPED_TRACE(box);
+        if (!text.empty()) put(text);
+        boxes.shown.clear();
+        pump.runs = 0;
+        pump.onRun = [&, isLast = box == reading](int run) {
+            if (!isLast || run != 20) return;
+            server->Stop(std::chrono::milliseconds(0));
+            server.reset();
+        };
+        QTimer watch;
+        QObject::connect(&watch, &QTimer::timeout, &watch, [&] {
+            auto* const dialog = window.findChild<frmFileInfo*>();
+            if (dialog == nullptr || (boxes.shown.empty() && !dialog->pltLevels->isVisible())) return;
+            EXPECT_EQ(dialog->pltLevels->isVisible(), box.empty());
+            EXPECT_EQ(dialog->cmdCompr->isEnabled(), !box.empty()) << "it can be tried again";
+            dialog->reject();
+        });
+        watch.start(10);
+        window.ShowFileDetails(true);
+        ASSERT_EQ(boxes.shown.size(), box.empty() ? 0U : 1U);
+        if (!box.empty()) {
+            EXPECT_TRUE(boxes.shown[0].starts_with(box)) << boxes.shown[0];
+        }
+        EXPECT_TRUE(std::filesystem::is_empty(Path("temp")));
+    }
+    unsetenv("TMPDIR");
 }

@@ -112,6 +112,8 @@ TEST_F(PerfSummaryTest, ShowsEveryCounterAndTheBoost)
     EXPECT_EQ(runs, 8) << "no more rows than there are boxes";
     summary.ShowNoFigures();
     EXPECT_EQ(screen.Values(), "--- --- ");
+    Open({});
+    EXPECT_EQ(screen.Values(), "") << "no figures of the server before";
 }
 
 TEST_F(PerfSummaryTest, TellsOfAFailedCollectionOnce)
