@@ -1,5 +1,7 @@
 #include "cache/CacheTreeView.h"
 
+#include "controls/CellDelegate.h"
+
 #include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -15,6 +17,7 @@ constexpr int kLeastTextCharacters = 40;  // that fit beside the indentation of 
 
 CacheTreeView::CacheTreeView(QWidget* parent) : QTreeView(parent)
 {
+    setItemDelegate(new CellDelegate(this));
     setHeaderHidden(true);
     setUniformRowHeights(true);
     setAnimated(false);

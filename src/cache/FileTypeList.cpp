@@ -3,15 +3,14 @@
 #include "contracts/MessagePump.h"
 #include "contracts/WaitCursor.h"
 #include "controls/ActivePanel.h"
+#include "controls/CellDelegate.h"
 #include "controls/PlainMarkup.h"
 #include "controls/PlainText.h"
-#include "controls/ReadingOrder.h"
 #include "controls/modSystemImageList.h"
 
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QKeyEvent>
-#include <QStyledItemDelegate>
 #include <QToolTip>
 
 #include <algorithm>
@@ -21,19 +20,6 @@ namespace {
 constexpr double kHeaderTwips = 285;
 constexpr int kLeastExtensionWidth = 5;  // in characters, beside the icon
 const char* const kWidestCells[] = {nullptr, "00000", "000.00 MiB", "000.00 MiB", "00.00%"};
-
-// Shows a size in a window from right to left as it is written.
-class CellDelegate : public QStyledItemDelegate {
-public:
-    using QStyledItemDelegate::QStyledItemDelegate;
-
-protected:
-    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override
-    {
-        QStyledItemDelegate::initStyleOption(option, index);
-        option->text = InReadingOrder(option->text, option->direction);
-    }
-};
 
 }  // namespace
 

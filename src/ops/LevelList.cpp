@@ -1,5 +1,6 @@
 #include "ops/LevelList.h"
 
+#include "controls/CellDelegate.h"
 #include "ops/ReadableColors.h"
 
 #include <QEvent>
@@ -21,6 +22,7 @@ QString Text(const std::string& text)
 LevelList::LevelList(QWidget* parent) : QTreeWidget(parent)
 {
     setHeaderLabels({tr("Level"), tr("Comp Size  "), tr("CPU Time  ")});
+    setItemDelegate(new CellDelegate(this));
     setRootIsDecorated(false);
     setUniformRowHeights(true);
     setAllColumnsShowFocus(true);
