@@ -1820,6 +1820,10 @@ Fehler 0x%1 - %2</translation>
         <source>&amp;Finish</source>
         <translation>&amp;Fertigstellen</translation>
     </message>
+    <message>
+        <source>Please select an ODBC data source first.</source>
+        <translation>Bitte wählen Sie zuerst eine ODBC-Datenquelle.</translation>
+    </message>
 </context>
 <context>
     <name>frmFileInfo</name>
@@ -2406,6 +2410,10 @@ Fehler 0x%1 - %2</translation>
     <message>
         <source>The report cannot be saved as %1</source>
         <translation>Der Bericht kann nicht als %1 gespeichert werden</translation>
+    </message>
+    <message>
+        <source>The cache is being read. Refresh when that is done.</source>
+        <translation>Der Cache wird gerade eingelesen. Aktualisieren Sie danach.</translation>
     </message>
 </context>
 <context>

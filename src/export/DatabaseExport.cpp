@@ -1,9 +1,8 @@
 #include "export/DatabaseExport.h"
 
 #include "base/FillIn.h"
-#include "export/ExportRows.h"
-
 #include "base/Translate.h"
+#include "export/ExportRows.h"
 
 #include <algorithm>
 #include <utility>
@@ -299,7 +298,7 @@ Done Writer::Commit()
     m_progress.isCommitting = true;
     const auto committed = m_database.Commit();
     if (committed) return {};
-    m_isLost = SqlState(committed.error()).starts_with("08");
+    m_isLost = committed.error().Is(Code::ServerUnavailable);
     return Fail(
         Explained(committed.error(), Translate("DatabaseExport", "The database cannot keep the export: %1")));
 }

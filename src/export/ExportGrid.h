@@ -1,5 +1,7 @@
 #pragma once
 
+#include "controls/CellDelegate.h"
+
 #include <QHeaderView>
 #include <QTableWidget>
 
@@ -9,6 +11,7 @@ inline QTableWidget* ExportGrid(const char* name, const QString& meaning, QWidge
     auto* const grid = new QTableWidget(parent);
     grid->setObjectName(QLatin1String(name));
     grid->setAccessibleName(meaning);
+    grid->setItemDelegate(new CellDelegate(grid));
     grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
     grid->setSelectionBehavior(QAbstractItemView::SelectRows);
     grid->setSelectionMode(QAbstractItemView::SingleSelection);

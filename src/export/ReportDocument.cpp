@@ -89,8 +89,12 @@ void ReportDocument::DressTables(Qt::LayoutDirection direction)
         if (table == nullptr) continue;
         auto format = table->format();
         format.setLayoutDirection(direction);
-        if (format.width().type() == QTextLength::PercentageLength)
+        if (format.width().type() == QTextLength::PercentageLength) {
             format.setColumnWidthConstraints(ListWidths(table->columns()));
+        } else if (direction == Qt::RightToLeft) {
+            format.setAlignment(Qt::AlignRight);
+            format.setRightMargin(kMargin);  // the layout does not count that of the document
+        }
         table->setFormat(format);
     }
 }

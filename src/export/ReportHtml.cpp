@@ -116,7 +116,9 @@ private:
 
     void AddCell(const char* tag, std::string_view attributes, const std::string& text)
     {
-        m_out.append("<").append(tag).append(attributes).append(">").append(Isolated(text));
+        // Behind a table that ends in a cell without any text, the window leaves no room for the next title.
+        const auto shown = text.empty() ? std::string("&nbsp;") : Isolated(text);
+        m_out.append("<").append(tag).append(attributes).append(">").append(shown);
         m_out.append("</").append(tag).append(">");
     }
 

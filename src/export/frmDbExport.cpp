@@ -138,7 +138,7 @@ void frmDbExport::ShowButtons()
 {
     const auto page = Current();
     cmdPrevious->setEnabled(page != Source && page != Run && !m_isDone);
-    cmdNext->setEnabled(IsComplete(page));
+    cmdNext->setEnabled(page == Source || IsComplete(page));  // what the first page lacks is told
     cmdNext->setText(page == Summary ? tr("&Close") : page == Preview ? tr("&Finish") : tr("&Next >"));
     cmdCancel->setEnabled(page != Summary && !(m_job && m_job->IsCancelled()));
 }
@@ -146,7 +146,14 @@ void frmDbExport::ShowButtons()
 void frmDbExport::Next()
 {
     switch (Current()) {
-    case Source: m_source->StopTest(); return ShowPage(Choice);
+    case Source:
+        if (!IsComplete(Source)) {
+            m_boxes.Show(tr("Please select an ODBC data source first.").toStdString(), BoxStyle::Exclamation,
+                         windowTitle().toStdString());
+            return ShowPage(Source);
+        }
+        m_source->StopTest();
+        return ShowPage(Choice);
     case Choice:
         m_choice->Apply(m_plan);
         m_names->ShowWanted(m_plan);

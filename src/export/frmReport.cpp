@@ -130,6 +130,8 @@ void frmReport::Open()
 void frmReport::GenerateReport()
 {
     if (IsBusy()) return;
+    if (m_host.isScanning && m_host.isScanning())
+        return m_state->setText(tr("The cache is being read. Refresh when that is done."));
     m_work = std::make_shared<Work>();
     m_work->snapshot = m_host.snapshot();
     if (m_work->snapshot == nullptr || m_work->snapshot->ScannedAt() == DateTime()) {

@@ -27,6 +27,7 @@ struct ReportHost {
     // The name of the file to save to, whose suffix tells the format; empty = cancelled. Without it a file
     // dialog asks.
     std::function<QString(const QString& proposed)> askFileName = {};
+    std::function<bool()> isScanning = {};  // the scan does not stand still now, so it cannot be read
 };
 
 // The report of the last scan, to be read and saved. What it shows is its own: the cache may be scanned

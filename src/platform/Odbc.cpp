@@ -60,7 +60,7 @@ private:
     Done End(SQLSMALLINT how);
     tl::unexpected<SystemError> Failure() const
     {
-        return Fail(Diagnostic(SQL_HANDLE_DBC, m_session->connection.Get()));
+        return Fail(odbc::Failure(*m_session, SQL_HANDLE_DBC, m_session->connection.Get()));
     }
 
     SessionPtr m_session;

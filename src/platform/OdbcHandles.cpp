@@ -61,6 +61,14 @@ SystemError Diagnostic(SQLSMALLINT kind, SQLHANDLE handle, std::string_view secr
     return {CodeOf(stateText), "ODBC", stateText + ": " + CleanLine(shown, kMostMessage)};
 }
 
+SystemError Failure(const Session& session, SQLSMALLINT kind, SQLHANDLE handle)
+{
+    auto error = Diagnostic(kind, handle);
+    if (IsLost(session))
+        error.code = Code::ServerUnavailable;  // some drivers give the state of a later fault
+    return error;
+}
+
 Session::~Session()
 {
     if (!isConnected) return;
@@ -123,12 +131,8 @@ Result<bool> StatementHandle::Leave(SQLRETURN answer)
 SystemError StatementHandle::Failure(SQLRETURN answer, bool isCancelled) const
 {
     if (answer != SQL_ERROR) return {Code::InvalidData, "ODBC", SystemText(Code::InvalidData)};
-    auto error = Diagnostic(SQL_HANDLE_STMT, Get());
-    if (isCancelled) {
-        error.code = Code::Cancelled;
-    } else if (IsLost(*m_session)) {
-        error.code = Code::ServerUnavailable;  // some drivers give the state of a later fault
-    }
+    auto error = odbc::Failure(*m_session, SQL_HANDLE_STMT, Get());
+    if (isCancelled) error.code = Code::Cancelled;
     return error;
 }
 

@@ -64,6 +64,9 @@ struct Session {
 
 using SessionPtr = std::shared_ptr<Session>;
 
+// Why the last call on the connection itself, or on one of its statements, failed.
+SystemError Failure(const Session& session, SQLSMALLINT kind, SQLHANDLE handle);
+
 // Asks the driver, on another thread, to give up the call in progress now; no later one.
 void CancelCall(const SessionPtr& session);
 

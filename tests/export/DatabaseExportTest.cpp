@@ -116,7 +116,8 @@ TEST(DatabaseExport, SaysWhatItDoesNotKnowAndWhatStayed)
     const SyntheticSnapshot snapshot(10);
     auto script = std::make_shared<DatabaseScript>();
     script->failAt = 16;
-    script->failure = "08S01: the connection is gone";
+    script->failure = "57P01: the server goes";
+    script->failureCode = Code::ServerUnavailable;
     EXPECT_EQ(Export(script, Only({ExportTable::Counters}), snapshot).remains, Remains::Unknown);
 
     script = std::make_shared<DatabaseScript>();

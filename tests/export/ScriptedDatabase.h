@@ -20,6 +20,7 @@ public:
     int hangAt = 0;
     bool isDeaf = false;  // a hanging call does not hear that it is to stop
     std::string failure = "HY000: on purpose";
+    std::uint32_t failureCode = Code::IoError;
     bool isReadOnly = false;
     bool undoesTables = true;
     std::map<std::string, std::vector<OdbcColumn>> tables;
@@ -37,7 +38,7 @@ public:
             m_changed.wait(lock, [this] { return m_isReleased; });
             return Fail(Code::Cancelled, "ODBC", "HY008: cancelled");
         }
-        if (number == failAt) return Fail(Code::IoError, "ODBC", failure);
+        if (number == failAt) return Fail(failureCode, "ODBC", failure);
         return {};
     }
     void Cancel()

@@ -98,7 +98,7 @@ TEST_F(frmDbExportTest, ListsTheDataSourcesInTheirOrder)
         bool isEnabled;
     } buttons[] = {{"cmdTest", "&Test Connectivity", false},
                    {"cmdPrevious", "< &Previous", false},
-                   {"cmdNext", "&Next >", false},
+                   {"cmdNext", "&Next >", true},
                    {"cmdCancel", "&Cancel", true}};
     for (const auto& [name, caption, isEnabled] : buttons) {
         EXPECT_EQ(Button(name)->text(), QLatin1String(caption));
@@ -107,10 +107,15 @@ TEST_F(frmDbExportTest, ListsTheDataSourcesInTheirOrder)
     EXPECT_EQ(Text("Label1(0)"), "Please Select ODBC Data Source:");
     EXPECT_EQ(Text("Label1(1)"), "Database UserID:");
     EXPECT_EQ(Text("Label1(2)"), "Database Password:");
+    Press(Qt::Key_N, Qt::AltModifier);
+    EXPECT_EQ(Page(), "pagSource");
+    EXPECT_EQ(dialog->focusWidget(), sources);
+    EXPECT_EQ(boxes.shown, std::vector<std::string>{"Zentrel Report Export to Database: "
+                                                    "Please select an ODBC data source first."});
     sources->setCurrentIndex(1);
-    EXPECT_TRUE(Button("cmdTest")->isEnabled() && Button("cmdNext")->isEnabled());
+    EXPECT_TRUE(Button("cmdTest")->isEnabled());
     sources->setCurrentIndex(-1);
-    EXPECT_FALSE(Button("cmdTest")->isEnabled() || Button("cmdNext")->isEnabled());
+    EXPECT_FALSE(Button("cmdTest")->isEnabled());
     Find<QLineEdit>("Password")->setText(QStringLiteral("abc"));
     EXPECT_EQ(Find<QLineEdit>("Password")->displayText(), QLatin1String("***"));
     Press(Qt::Key_Escape);
@@ -124,7 +129,9 @@ TEST_F(frmDbExportTest, WithoutDataSourcesItSaysHowToDefineOne)
     Open();
     EXPECT_EQ(Find<QComboBox>("Combo1")->count(), 0);
     EXPECT_NE(Text("lblNoSources").find("odbc.ini"), std::string::npos);
-    EXPECT_FALSE(Button("cmdTest")->isEnabled() || Button("cmdNext")->isEnabled());
+    EXPECT_FALSE(Button("cmdTest")->isEnabled());
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Page(), "pagSource");
 }
 
 TEST_F(frmDbExportTest, TellsWhatATestFoundAndCanStopIt)

@@ -2,6 +2,7 @@
 
 #include "export/ReportSnapshot.h"
 
+#include <QAbstractTextDocumentLayout>
 #include <QClipboard>
 #include <QDir>
 #include <QFile>
@@ -14,6 +15,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTextBrowser>
+#include <QTextDocument>
+#include <QTextFrame>
 
 #include <gtest/gtest.h>
 
@@ -70,7 +73,8 @@ public:
                         [this](const QString& name) {
                             proposed = name;
                             return chosen;
-                        }};
+                        },
+                        [this] { return isScanning; }};
         window = std::make_unique<frmReport>(std::move(host));
         QObject::connect(window.get(), &frmReport::BusyChanged, window.get(),
                          [this](bool isBusy) { told += isBusy ? "busy " : "idle "; });
@@ -95,7 +99,7 @@ public:
     }
 
     std::vector<SnapshotEntry> entries;
-    bool isScanned = true, isEndless = false, isBroken = false;
+    bool isScanned = true, isEndless = false, isBroken = false, isScanning = false;
     Boxes boxes;
     QTemporaryDir folder;
     QString chosen, proposed;
@@ -123,6 +127,32 @@ TEST_F(frmReportTest, ShowsTheFiguresOfTheLastScan)
     EXPECT_TRUE(QGuiApplication::clipboard()->mimeData()->html().contains(QLatin1String("<svg")));
     QTest::keyClick(View(), Qt::Key_Escape);
     EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(frmReportTest, TheTotalsStandWhereReadingBegins)
+{
+    for (const auto direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+        window->setLayoutDirection(direction);
+        window->Open();
+        ASSERT_TRUE(Waits());
+        const auto* const document = View()->document();
+        auto* const totals = document->rootFrame()->childFrames().value(0);
+        ASSERT_NE(totals, nullptr);
+        const auto place = document->documentLayout()->frameBoundingRect(totals);
+        const bool isMirrored = direction == Qt::RightToLeft;
+        EXPECT_LT(isMirrored ? document->size().width() - place.right() : place.left(), 20);
+    }
+}
+
+TEST_F(frmReportTest, AScanUnderWayIsNotRead)
+{
+    window->Open();
+    ASSERT_TRUE(Waits());
+    const auto text = Text();
+    isScanning = true;
+    window->GenerateReport();
+    EXPECT_FALSE(window->IsBusy());
+    EXPECT_EQ(Text(), text);
 }
 
 TEST_F(frmReportTest, SaysWhenNothingWasScannedAndComesBackWithAScan)
