@@ -241,10 +241,12 @@ bool frmFileInfo::event(QEvent* event)
 {
     const auto type = event->type();
     const bool isHandled = QDialog::event(event);
-    if (!m_analyseWhenShown) return isHandled;
+    // Events come already while the members before the flag are made.
+    const bool isShown = type == QEvent::WindowActivate || type == QEvent::Show;
+    if (!isShown || !m_analyseWhenShown) return isHandled;
     if (type == QEvent::WindowActivate)
         QMetaObject::invokeMethod(this, &frmFileInfo::AnalyseWhenShown, Qt::QueuedConnection);
-    else if (type == QEvent::Show)
+    else
         QTimer::singleShot(kActivationWait, this, &frmFileInfo::AnalyseWhenShown);
     return isHandled;
 }

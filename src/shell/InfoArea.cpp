@@ -190,12 +190,13 @@ void InfoArea::ShowNode(NodeId node)
 void InfoArea::UsePerfMenu(std::function<void(const QPoint&)> show)
 {
     auto* const panel = &Panel(3);
-    QObject::connect(panel, &ActivePanel::MouseDown, panel, [panel, show](const MouseArgs& args) {
-        if (args.button != MouseButton::Right) return;
-        const QPoint place(qRound(PixelsFromTwips(args.x, panel->logicalDpiX())),
-                           qRound(PixelsFromTwips(args.y, panel->logicalDpiY())));
-        show(panel->Surface().mapToGlobal(place));
-    });
+    QObject::connect(panel, &ActivePanel::MouseDown, panel,
+                     [panel, show = std::move(show)](const MouseArgs& args) {
+                         if (args.button != MouseButton::Right) return;
+                         const QPoint place(qRound(PixelsFromTwips(args.x, panel->logicalDpiX())),
+                                            qRound(PixelsFromTwips(args.y, panel->logicalDpiY())));
+                         show(panel->Surface().mapToGlobal(place));
+                     });
 }
 
 void InfoArea::CloseQuery()
