@@ -45,7 +45,8 @@ bool modPerfCntr::GetCounterValue(int index, double& value)
 {
     auto* record = RecordAt(index);
     double read = 0;
-    if (!CheckStatus(m_library.GetDoubleCounterValue(record ? record->handle : 0, read))) return false;
+    if (!CheckStatus(m_library.GetDoubleCounterValue(record ? record->handle : 0, read)) || !record)
+        return false;
     record->value = value = read;
     return true;
 }
@@ -54,7 +55,8 @@ bool modPerfCntr::GetCounterInfo(int index)
 {
     auto* record = RecordAt(index);
     CounterInfo info;
-    if (!CheckStatus(m_library.GetCounterInfo(record ? record->handle : 0, true, info))) return false;
+    if (!CheckStatus(m_library.GetCounterInfo(record ? record->handle : 0, true, info)) || !record)
+        return false;
     for (auto* text : {&info.fullPath, &info.machine, &info.object, &info.instance, &info.parentInstance,
                        &info.counterName, &info.explainText})
         CutAtNul(*text);
