@@ -11,6 +11,7 @@
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QKeyEvent>
+#include <QStyle>
 #include <QToolTip>
 
 #include <algorithm>
@@ -93,7 +94,8 @@ void FileTypeList::SizeColumns()
 {
     const auto metrics = fontMetrics();
     const int margin = 2 * metrics.averageCharWidth();
-    header()->setMinimumSectionSize(iconSize().width() + kLeastExtensionWidth * metrics.averageCharWidth());
+    const int icon = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
+    header()->setMinimumSectionSize(icon + margin + kLeastExtensionWidth * metrics.averageCharWidth());
     for (int column = 1; column < kFileTypeColumns; ++column) {
         const int cell = margin + metrics.horizontalAdvance(QLatin1String(kWidestCells[column]));
         setColumnWidth(column, std::max(cell, header()->sectionSizeHint(column)));

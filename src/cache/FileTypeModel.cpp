@@ -1,6 +1,9 @@
 #include "cache/FileTypeModel.h"
 
 #include "controls/PlainText.h"
+#include "controls/ReadingOrder.h"
+
+#include <QGuiApplication>
 
 #include <array>
 
@@ -117,7 +120,7 @@ QVariant FileTypeModel::headerData(int section, Qt::Orientation orientation, int
 {
     if (orientation != Qt::Horizontal || section < 0 || section >= kFileTypeColumns) return {};
     switch (role) {
-    case Qt::DisplayRole: return Caption(section);
+    case Qt::DisplayRole: return InReadingOrder(Caption(section), QGuiApplication::layoutDirection());
     case Qt::TextAlignmentRole: return QVariant::fromValue(AlignmentOf(section));
     case Qt::AccessibleTextRole:
     case Qt::ToolTipRole: return FullName(section);

@@ -76,7 +76,11 @@ void PlainLabel::paintEvent(QPaintEvent*)
         m_icon.paint(&painter, QStyle::visualRect(layoutDirection(), room, place));
         room = QStyle::visualRect(layoutDirection(), room, room.adjusted(icon, 0, 0, 0));
     }
-    const auto shown = fontMetrics().elidedText(text(), Qt::ElideMiddle, room.width());
+    // Blanks in front are a gap, on whichever side the text begins.
+    const auto words = text().trimmed();
+    const int gap = fontMetrics().horizontalAdvance(text().left(text().indexOf(words)));
+    room = QStyle::visualRect(layoutDirection(), room, room.adjusted(gap, 0, 0, 0));
+    const auto shown = fontMetrics().elidedText(words, Qt::ElideMiddle, room.width());
     const auto place = QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft | Qt::AlignVCenter);
     painter.setLayoutDirection(ReadingOrder(shown, layoutDirection()));
     style()->drawItemText(&painter, room, static_cast<int>(place | Qt::AlignAbsolute) | Qt::TextSingleLine,

@@ -60,6 +60,9 @@ void Balloon::Show(const Content& content)
     m_title->setVisible(!content.title.isEmpty());
     m_text->setText(content.text);
     m_text->setVisible(!content.text.isEmpty());
+    // At the window's leading side, beside the icon, also where the words run the other way.
+    const auto leading = QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft) | Qt::AlignAbsolute;
+    for (auto* const label : {m_title, m_text}) label->setAlignment(leading | Qt::AlignVCenter);
     setFont(QToolTip::font());
     auto bold = font();
     bold.setBold(true);
@@ -77,14 +80,15 @@ void Balloon::ShowColors(const Content& content)
     setPalette(colors);
 }
 
-void Balloon::PopUpAt(const QPoint& globalAnchor)
+void Balloon::PopUpAt(const QPoint& globalAnchor, bool isCentered)
 {
     const auto* const at = QGuiApplication::screenAt(globalAnchor);
     const auto room = (at ? at : screen())->availableGeometry();
     const int stem = m_isBalloon ? kStem : 0;
+    const int pointer = isCentered ? 0 : kPointer;
     layout()->setContentsMargins(kPadding, kPadding + stem, kPadding, kPadding + stem);
     const auto wanted = layout()->sizeHint();
-    m_isBelow = globalAnchor.y() + kPointer + wanted.height() <= room.bottom();
+    m_isBelow = globalAnchor.y() + pointer + wanted.height() <= room.bottom();
     // On the side that does not point, the stem's room is not needed.
     layout()->setContentsMargins(kPadding, kPadding + (m_isBelow ? stem : 0), kPadding,
                                  kPadding + (m_isBelow ? 0 : stem));
@@ -92,8 +96,9 @@ void Balloon::PopUpAt(const QPoint& globalAnchor)
     const auto size = layout()->sizeHint();
     resize(size);
     const int rightmost = std::max(room.left(), room.right() - size.width());
-    const int left = std::clamp(globalAnchor.x() - kInset, room.left(), rightmost);
-    const int top = m_isBelow ? globalAnchor.y() + kPointer : globalAnchor.y() - size.height();
+    const int inset = isCentered ? size.width() / 2 : kInset;
+    const int left = std::clamp(globalAnchor.x() - inset, room.left(), rightmost);
+    const int top = m_isBelow ? globalAnchor.y() + pointer : globalAnchor.y() - size.height();
     m_tipX = std::clamp(globalAnchor.x() - left, kInset, std::max(kInset, size.width() - kInset));
     move(left, std::max(room.top(), top));
     show();

@@ -25,8 +25,9 @@ public:
     };
     void Show(const Content& content);
 
-    // Shows it with its point there, on the side of it that the screen has room for.
-    void PopUpAt(const QPoint& globalAnchor);
+    // Shows it with its point there, on the side of it that the screen has room for; centered, its middle is
+    // there, and no room is left for the mouse pointer.
+    void PopUpAt(const QPoint& globalAnchor, bool isCentered);
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -1,8 +1,9 @@
 #include "stats/InfoPanel.h"
 
 #include "controls/ActivePanel.h"
-#include "controls/PlainText.h"
+#include "controls/PlainLabel.h"
 #include "controls/PlainMarkup.h"
+#include "controls/PlainText.h"
 #include "stats/ValueBox.h"
 #include "stats/ValueLabel.h"
 
@@ -36,9 +37,8 @@ InfoPanel::InfoPanel(ActivePanel& panel, const Names& names, std::span<const Row
 void InfoPanel::AddRow(const Names& names, int index, const Row& row)
 {
     const auto text = PlainText(row.caption);
-    auto* const caption = new QLabel(text, &m_panel.Surface());
-    caption->setObjectName(IndexedName(names.captions, index));
-    caption->setTextFormat(Qt::PlainText);
+    auto* const caption = new PlainLabel(IndexedName(names.captions, index), text, &m_panel.Surface());
+    caption->setText(text);
     auto* const value =
         new ValueLabel(IndexedName(names.values, index), WithoutColon(text), &m_panel.Surface());
     if (!row.toolTip.empty()) {

@@ -1,10 +1,9 @@
 #include "stats/PerfPanel.h"
 
 #include "controls/ActivePanel.h"
+#include "controls/PlainLabel.h"
 #include "controls/PlainText.h"
 #include "stats/ValueBox.h"
-
-#include <QLabel>
 
 namespace {
 
@@ -22,10 +21,10 @@ PerfPanel::PerfPanel(ActivePanel& panel) : m_panel(panel), m_layout(new PanelRow
 void PerfPanel::AddRow()
 {
     const int index = static_cast<int>(m_rows.size());
-    const Row row{new QLabel(&m_panel.Surface()),
+    // What a row without a counter is: a part of the panel.
+    const auto meaning = PlainText(m_panel.Caption());
+    const Row row{new PlainLabel(IndexedName("TotalsLbl", index), meaning, &m_panel.Surface()),
                   new ValueBox(IndexedName("TotalsValue", index), {}, &m_panel.Surface())};
-    row.caption->setObjectName(IndexedName("TotalsLbl", index));
-    row.caption->setTextFormat(Qt::PlainText);
     row.value->setFrame(false);
     m_layout->Add(row.caption, row.value);
     m_rows.push_back(row);
@@ -42,6 +41,7 @@ void PerfPanel::BuildRows(std::span<const SummaryRow> rows)
 void PerfPanel::ShowRow(const Row& row, const SummaryRow& shown)
 {
     row.caption->setText(PlainText(shown.caption));
+    row.caption->setAccessibleName(row.caption->text());
     row.value->setAccessibleName(row.caption->text());
     auto colors = QPalette();
     if (shown.isRed) colors.setColor(QPalette::Text, Qt::red);

@@ -5,7 +5,7 @@
 
 #include <vector>
 
-class QLabel;
+class PlainLabel;
 class ValueBox;
 
 // The performance summary on its panel: a caption and a box for each counter, of which the first are there
@@ -26,7 +26,7 @@ public:
 
 private:
     struct Row {
-        QLabel* caption;
+        PlainLabel* caption;
         ValueBox* value;
     };
     void AddRow();

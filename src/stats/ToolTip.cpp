@@ -7,6 +7,7 @@
 
 #include <QApplication>
 #include <QHelpEvent>
+#include <QKeyEvent>
 #include <QStyle>
 
 #include <utility>
@@ -45,10 +46,19 @@ bool EndsTip(QEvent::Type type)
     case QEvent::MouseButtonDblClick:
     case QEvent::Wheel:
     case QEvent::KeyPress:
+    case QEvent::FocusOut:
     case QEvent::Hide:
     case QEvent::WindowDeactivate: return true;
     default: return false;
     }
+}
+
+// Shift and F1, which usually explains, may be a command of the window.
+bool IsTipKey(const QEvent& event)
+{
+    if (event.type() != QEvent::KeyPress) return false;
+    const auto& key = static_cast<const QKeyEvent&>(event);
+    return key.key() == Qt::Key_F1 && key.modifiers() == Qt::ControlModifier;
 }
 
 }  // namespace
@@ -166,7 +176,7 @@ void ToolTip::PopUp(const QPoint& globalPointer)
     if (m_balloon == nullptr) m_balloon = new Balloon(m_bound);
     FillBalloon();
     const auto below = m_bound->mapToGlobal(QPoint(m_bound->width() / 2, m_bound->height()));
-    m_balloon->PopUpAt(m_isCentered ? below : globalPointer);
+    m_balloon->PopUpAt(m_isCentered ? below : globalPointer, m_isCentered);
     m_time.start(kMostTime);
 }
 
@@ -181,6 +191,10 @@ bool ToolTip::eventFilter(QObject* watched, QEvent* event)
     if (watched != m_bound) return QObject::eventFilter(watched, event);
     if (event->type() == QEvent::ToolTip && m_isEnabled) {
         if (!IsShown()) PopUp(static_cast<QHelpEvent*>(event)->globalPos());
+        return true;
+    }
+    if (IsTipKey(*event) && m_isEnabled) {
+        PopUp(m_bound->mapToGlobal(m_bound->rect().center()));
         return true;
     }
     if (EndsTip(event->type())) Hide();

@@ -13,8 +13,8 @@
 class Balloon;
 
 // The tool tip of one control: a bold title with an icon over a plain text, shown while the mouse rests on
-// the control, up to 30 seconds. Who cannot rest a mouse finds the same text as the control's description and
-// as its "What's this?". All texts are shown plainly, whatever they hold.
+// the control, up to 30 seconds. Ctrl+F1 in the control shows it too, and the same text is the control's
+// description and its "What's this?". All texts are shown plainly, whatever they hold.
 // Set up first, then Create(); what is set later shows at once.
 class ToolTip : public QObject {
     Q_OBJECT
