@@ -47,9 +47,9 @@ int ProbeStart(bool isMinimal, int argc, char** argv)
         window.resize(1000, 700);
         return TellPainted(window);
     }
-    QtMessageBoxes boxes;
-    QtMessagePump pump;
     QtScreenPointer pointer;
+    QtMessageBoxes boxes(pointer);
+    QtMessagePump pump;
     std::string trouble;
     const auto registry = RegistryStore::Open({}, {}, trouble);
     const auto servers = std::make_shared<zentrel::EmbeddedTransport>("/nonexistent", "bench");

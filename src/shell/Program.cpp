@@ -155,10 +155,10 @@ int RunWindow(const StartOptions& options, const Transports& transports, DemoSer
     const auto registry = settings.Open();
     ProcessState state(transports.servers, transports.counters, *registry);
     state.first = FirstOf(options, *state.transport);
-    QtMessageBoxes windows;
-    ConsoleBoxes console(std::cerr);
     QtMessagePump pump;
     QtScreenPointer pointer;
+    QtMessageBoxes windows(pointer);
+    ConsoleBoxes console(std::cerr);
     MessageBoxes& boxes = options.picture ? static_cast<MessageBoxes&>(console) : windows;
     QtWebOpener web;
     QtProgramStarter starter;

@@ -48,6 +48,8 @@ BoxAnswer QtMessageBoxes::Show(const std::string& text, BoxStyle style, const st
         box.setDefaultButton(QMessageBox::No);
         box.setEscapeButton(QMessageBox::No);
     }
+    CWaitCursor usual(m_pointer);
+    usual.ShowCursor(ScreenPointer::Default);
     const int answer = box.exec();
     if (!Asks(style)) return BoxAnswer::Ok;
     return answer == QMessageBox::Yes ? BoxAnswer::Yes : BoxAnswer::No;
