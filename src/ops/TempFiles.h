@@ -26,6 +26,7 @@ public:
     TempFile& operator=(const TempFile&) = delete;
 
     const std::string& Name() const { return m_name; }
+    // The name is gone at once, the room of a large file soon after: that does not keep the caller.
     void Remove();
 
 private:

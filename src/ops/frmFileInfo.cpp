@@ -63,7 +63,6 @@ private:
     const QPointer<frmFileInfo> m_dialog;
 };
 
-// The controls are made in the order in which a user meets them; that is the order of the Tab key.
 frmFileInfo::frmFileInfo(const AnalysisHost& host, FormatLocale locale)
     : txtFilePath(Named(new QLineEdit(this), "txtFilePath")),
       txtLocation(Named(new QLineEdit(this), "txtLocation")),
@@ -178,6 +177,9 @@ void frmFileInfo::LayOut()
     all->addLayout(buttons);
     all->addWidget(m_results, 1);
     all->addStretch();
+    setTabOrder(txtLocation, cmdCompr);
+    setTabOrder(cmdCompr, cmdClose);
+    setTabOrder(cmdClose, lstLevels);
 }
 
 // ---- a showing

@@ -141,6 +141,11 @@ TEST_F(frmFileInfoTest, AnalysesOnceAndGrowsToShowIt)
         const auto told = dialog->pltLevels->accessibleDescription();
         EXPECT_TRUE(told.contains(QStringLiteral("Level 6, in use: size %1").arg(Row(6)->text(1))));
         EXPECT_EQ(told.count(u'\n'), 8);
+        for (QWidget* const next : std::initializer_list<QWidget*>{dialog->lstLevels, dialog->txtFilePath,
+                                                                   dialog->txtLocation, dialog->cmdClose}) {
+            QTest::keyClick(dialog->focusWidget(), Qt::Key_Tab);
+            EXPECT_EQ(dialog->focusWidget(), next);
+        }
     });
     std::vector<std::string> expected{"Step 1 of 10 0/10"};
     for (int step = 2; step <= 10; ++step)
