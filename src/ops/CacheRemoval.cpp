@@ -35,6 +35,7 @@ void CacheRemoval::RemoveNodeCache()
     }
     if (!Delete(*target)) return;
     m_screen.TakeOut(*target);
+    m_pump.Visit();  // keys pressed while the server worked were meant for what is gone, not for what is next
 }
 
 bool CacheRemoval::Delete(const RemovalTarget& target)

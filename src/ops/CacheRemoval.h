@@ -1,6 +1,7 @@
 #pragma once
 
 #include "contracts/MessageBoxes.h"
+#include "contracts/MessagePump.h"
 #include "contracts/WaitCursor.h"
 #include "zentrel/Admin.h"
 
@@ -27,14 +28,15 @@ public:
 };
 
 // Deletes what a server has cached and resets its counters: asks the user, calls the service and reports
-// failures. A question lets messages run.
+// failures. Questions and the end of a removal let messages run.
 class CacheRemoval {
 public:
-    CacheRemoval(zentrel::CacheAdmin& cache, RemovalScreen& screen, MessageBoxes& boxes,
+    CacheRemoval(zentrel::CacheAdmin& cache, RemovalScreen& screen, MessageBoxes& boxes, MessagePump& pump,
                  ScreenPointer& pointer)
         : m_cache(cache),
           m_screen(screen),
           m_boxes(boxes),
+          m_pump(pump),
           m_pointer(pointer)
     {
     }
@@ -54,6 +56,7 @@ private:
     zentrel::CacheAdmin& m_cache;
     RemovalScreen& m_screen;
     MessageBoxes& m_boxes;
+    MessagePump& m_pump;
     ScreenPointer& m_pointer;
     bool m_isBusy = false;
 };

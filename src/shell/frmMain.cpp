@@ -44,7 +44,7 @@ frmMain::frmMain(ProcessState& state, const Desktop& desktop)
           {*this, *this, desktop.boxes, desktop.pump, desktop.pointer, state.transport.get(), &m_info}),
       m_selection(state.transport, state.server, state.computerName, state.settings,
                   {desktop.boxes, desktop.pointer}),
-      m_removal(state.cache, *this, desktop.boxes, desktop.pointer),
+      m_removal(state.cache, *this, desktop.boxes, desktop.pump, desktop.pointer),
       m_placer(*this),
       m_helpKey([this]() -> frmHelp& { return Help(); }),
       m_details({state.server, state.cache, desktop.boxes, desktop.pump, desktop.pointer, state.tempFiles},

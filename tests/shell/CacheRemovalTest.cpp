@@ -1,9 +1,5 @@
 #include "shell/WindowRig.h"
 
-#include <QAction>
-#include <QLabel>
-#include <QTest>
-
 namespace {
 
 constexpr const char* kQuestion =
@@ -11,42 +7,15 @@ constexpr const char* kQuestion =
 
 class CacheRemovalTest : public WindowRig {
 public:
-    void SetUp() override
-    {
-        FillStore();
-        Open(store.Folder());
-        window->Display();
-        window->activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
-        boxes.shown.clear();
-    }
+    void SetUp() override { DisplayFilled(); }
 
-    void Select(const char* key)
-    {
-        const auto node = state->contents.tree.Find(key);
-        ASSERT_NE(node, kNoNode) << key;
-        const auto& model = static_cast<const CacheTreeModel&>(*window->trvFiles->model());
-        window->trvFiles->setCurrentIndex(model.IndexOf(node));
-    }
-
-    void Press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const
     {
         window->trvFiles->setFocus();
-        QTest::keyClick(window->trvFiles, static_cast<Qt::Key>(key), modifiers);
-    }
-
-    bool HasKey(const char* key)
-    {
-        zentrel::CacheAdmin cache(state->transport);
-        EXPECT_TRUE(cache.Connect("here"));
-        return cache.OpenKey(std::string("/LM/W3SVC/") + key).has_value();
+        QTest::keyClick(window->trvFiles, key, modifiers);
     }
 
     std::string Title() const { return window->Caption() + ": "; }
-    std::string Cell(int row)
-    {
-        return window->findChild<QLabel*>(QStringLiteral("lblCacheInfo(%1)").arg(row))->text().toStdString();
-    }
 };
 
 }  // namespace
@@ -55,20 +24,19 @@ TEST_F(CacheRemovalTest, AFileGoesWithoutAQuestionAndTheTotalsFollow)
 {
     Select("1/Root/v/x.css");
     Press(Qt::Key_Delete);
-    EXPECT_TRUE(boxes.shown.empty());
-    EXPECT_FALSE(HasKey("1/Root/v/x.css"));
-    EXPECT_EQ(state->contents.tree.Find("1/Root/v/x.css"), kNoNode);
-    EXPECT_NE(state->contents.tree.Find("1/Root/v"), kNoNode);
+    EXPECT_FALSE(IsCached("v/x.css"));
+    EXPECT_FALSE(IndexOf("1/Root/v/x.css").isValid());
+    EXPECT_TRUE(IndexOf("1/Root/v").isValid());
     EXPECT_EQ(state->contents.totals.Count, 2);
     EXPECT_DOUBLE_EQ(state->contents.totals.UncompressedSize, 1100);
-    EXPECT_EQ(Cell(1), "2");
+    EXPECT_EQ(LabelText("lblCacheInfo(1)"), "2");
 
     // A URL with variants is one URL.
     Select("1/Root/list.htm");
     Press(Qt::Key_F8);
-    EXPECT_TRUE(boxes.shown.empty());
-    EXPECT_FALSE(HasKey("1/Root/list.htm/000000000001"));
+    EXPECT_FALSE(IsCached("list.htm/000000000001"));
     EXPECT_EQ(state->contents.totals.Count, 1);
+    EXPECT_TRUE(boxes.shown.empty());
 }
 
 TEST_F(CacheRemovalTest, AFolderGoesAfterAYesAndTheTotalsStay)
@@ -77,13 +45,11 @@ TEST_F(CacheRemovalTest, AFolderGoesAfterAYesAndTheTotalsStay)
     boxes.answer = BoxAnswer::No;
     Press(Qt::Key_F8);
     EXPECT_EQ(boxes.shown, std::vector<std::string>{Title() + kQuestion});
-    EXPECT_TRUE(HasKey("1/Root/dir/page.htm"));
-    EXPECT_NE(state->contents.tree.Find("1/Root/dir/page.htm"), kNoNode);
+    EXPECT_TRUE(IsCached("dir/page.htm") && IndexOf("1/Root/dir/page.htm").isValid());
 
     boxes.answer = BoxAnswer::Yes;
     Trigger("mnuPopUp_Remove");
-    EXPECT_FALSE(HasKey("1/Root/dir/page.htm"));
-    EXPECT_EQ(state->contents.tree.Find("1/Root/dir"), kNoNode);
+    EXPECT_FALSE(IsCached("dir/page.htm"));
     EXPECT_EQ(state->contents.totals.Count, 3);
     EXPECT_EQ(TreeText().find("dir"), std::string::npos);
 }
@@ -91,44 +57,39 @@ TEST_F(CacheRemovalTest, AFolderGoesAfterAYesAndTheTotalsStay)
 TEST_F(CacheRemovalTest, TheRootGoesWithEverythingButItself)
 {
     Select("Root");
-    boxes.answer = BoxAnswer::Yes;
     Press(Qt::Key_Delete);
-    EXPECT_FALSE(HasKey("1/Root/v/x.css"));
+    EXPECT_FALSE(IsCached("v/x.css"));
     EXPECT_EQ(TreeText(), "Internet Information Services\n");
     EXPECT_EQ(state->contents.totals, FileInfo());
     EXPECT_EQ(state->contents.types.size(), 0U);
-    EXPECT_EQ(Cell(1), "0");
+    EXPECT_EQ(LabelText("lblCacheInfo(1)"), "0");
     window->Rescan();
     EXPECT_EQ(TreeText(), "Internet Information Services\n Docs (nothing cached)\n Empty (nothing cached)\n");
 }
 
 TEST_F(CacheRemovalTest, TheFullCleanupLeavesTheTreeAsItIs)
 {
-    Select("1/Root/v/x.css");
     const auto before = TreeText();
-    boxes.answer = BoxAnswer::No;
-    QTest::keyClick(window->trvFiles, Qt::Key_F8, Qt::ControlModifier);
-    EXPECT_TRUE(HasKey("1/Root/v/x.css"));
-    boxes.answer = BoxAnswer::Yes;
-    QTest::keyClick(window->trvFiles, Qt::Key_F8, Qt::ControlModifier);
+    for (const auto answer : {BoxAnswer::No, BoxAnswer::Yes}) {
+        boxes.answer = answer;
+        Press(Qt::Key_F8, Qt::ControlModifier);
+        EXPECT_EQ(IsCached("v/x.css"), answer == BoxAnswer::No);
+    }
     const auto question = Title() + "This will delete all Zentrel cache on this server\r\nProceed ?";
     EXPECT_EQ(boxes.shown, (std::vector<std::string>{question, question}));
-    EXPECT_FALSE(HasKey("1/Root/v/x.css"));
-    EXPECT_FALSE(HasKey("1/Root/list.htm"));
+    EXPECT_FALSE(IsCached("list.htm"));
     EXPECT_EQ(TreeText(), before);
     EXPECT_EQ(state->contents.totals.Count, 3);
 }
 
 TEST_F(CacheRemovalTest, AFailureIsToldAndChangesNothing)
 {
-    zentrel::CacheAdmin other(state->transport);
-    ASSERT_TRUE(other.Connect("here"));
-    ASSERT_TRUE(other.DeleteEntry("/LM/W3SVC/1/Root/v/x.css"));
+    ASSERT_TRUE(state->cache.DeleteEntry("/LM/W3SVC/1/Root/v/x.css"));
     Select("1/Root/v/x.css");
     const auto before = TreeText();
     Press(Qt::Key_Delete);
     ASSERT_EQ(boxes.shown.size(), 1U);
-    EXPECT_EQ(boxes.shown[0].rfind("Zentrel Quillet: Cannot delete cache entry\r\n(Error 2 - ", 0), 0U)
+    EXPECT_TRUE(boxes.shown[0].starts_with("Zentrel Quillet: Cannot delete cache entry\r\n(Error 2 - "))
         << boxes.shown[0];
     EXPECT_EQ(TreeText(), before);
     EXPECT_EQ(state->contents.totals.Count, 3);
@@ -136,7 +97,6 @@ TEST_F(CacheRemovalTest, AFailureIsToldAndChangesNothing)
 
 TEST_F(CacheRemovalTest, WhatTheUserDoesWhileAQuestionStandsDoesNoHarm)
 {
-    boxes.answer = BoxAnswer::Yes;
     Select("1/Root/dir");
     boxes.onShow = [this] {
         window->RemoveNodeCache();
@@ -147,8 +107,7 @@ TEST_F(CacheRemovalTest, WhatTheUserDoesWhileAQuestionStandsDoesNoHarm)
     };
     window->RemoveNodeCache();
     EXPECT_EQ(boxes.shown.size(), 1U);
-    EXPECT_TRUE(HasKey("1/Root/dir/page.htm"));
-    EXPECT_TRUE(HasKey("1/Root/v/x.css"));
+    EXPECT_TRUE(IsCached("dir/page.htm") && IsCached("v/x.css"));
 
     boxes.onShow = [this] { window->close(); };
     window->RemoveNodeCache();
@@ -158,16 +117,18 @@ TEST_F(CacheRemovalTest, WhatTheUserDoesWhileAQuestionStandsDoesNoHarm)
 TEST_F(CacheRemovalTest, KeysActOnTheTreeAloneAndOnce)
 {
     Select("1/Root/v/x.css");
-    QTest::keyClick(window->findChild<QWidget*>("lstFileTypes"), Qt::Key_Delete);
-    EXPECT_TRUE(HasKey("1/Root/v/x.css"));
+    QTest::keyClick(Find("lstFileTypes"), Qt::Key_Delete);
     QKeyEvent held(QEvent::KeyPress, Qt::Key_Delete, Qt::NoModifier, {}, true);
     QCoreApplication::sendEvent(window->trvFiles, &held);
-    EXPECT_TRUE(HasKey("1/Root/v/x.css"));
-    pump.onRun = [this](int) {
-        window->RemoveNodeCache();
-        window->CleanCache();
-    };
-    window->Rescan();  // deleting while it runs
-    pump.onRun = nullptr;
-    EXPECT_TRUE(HasKey("1/Root/v/x.css"));
+    EXPECT_TRUE(IsCached("v/x.css"));
+
+    // Pressed again while the server deletes.
+    QCoreApplication::postEvent(window->trvFiles,
+                                new QKeyEvent(QEvent::KeyPress, Qt::Key_Delete, Qt::NoModifier));
+    pump.isLive = true;
+    window->RemoveNodeCache();
+    EXPECT_FALSE(IsCached("v/x.css"));
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(boxes.shown.empty());
+    EXPECT_EQ(state->contents.totals.Count, 2);
 }
