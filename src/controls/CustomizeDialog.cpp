@@ -19,6 +19,7 @@ namespace {
 // In characters:
 constexpr int kListWidth = 26;
 constexpr int kListHeight = 12;
+constexpr int kListRows = 9;  // of the toolbar that are seen at once, however large the pictures are
 
 // What is dragged; a drag of another program is none of these.
 struct DraggedItem : QMimeData {
@@ -115,6 +116,8 @@ CustomizeDialog::CustomizeDialog(CustomToolBar& bar)
     m_available->setCurrentRow(0);
     m_current->setCurrentRow(0);
     m_current->setFocus();
+    const int rows = kListRows * m_current->sizeHintForRow(0) + 2 * m_current->frameWidth();
+    m_current->setMinimumHeight(std::max(m_current->minimumHeight(), rows));
 }
 
 void CustomizeDialog::LayOut()

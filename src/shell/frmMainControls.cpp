@@ -109,7 +109,8 @@ void frmMain::LayOutClientArea()
     ClientHeights heights;
     heights.topStrip = TopStrip->sizeHint().height();
     heights.inner = height() - (menuBar()->isHidden() ? 0 : menuBar()->height());
-    if (!Toolbar->isHidden()) heights.toolbar = Toolbar->height();
+    // What it takes from the window: it is higher while it is unfolded over what lies below it.
+    if (!Toolbar->isHidden()) heights.toolbar = Toolbar->sizeHint().height();
     if (!StatusBar->isHidden()) heights.statusBar = StatusBar->height();
 
     const int width = centralWidget()->width();

@@ -60,7 +60,7 @@ std::unique_ptr<CacheSnapshot> frmMain::LastScan() const
 void frmMain::ShowReport()
 {
     const auto isScanning = [this] { return m_scan.IsBusy() || m_connection.IsBusy() || m_removal.IsBusy(); };
-    if (m_isClosing || isScanning()) return;
+    if (m_isClosing) return;
     if (m_report == nullptr)
         m_report = std::make_unique<frmReport>(
             ReportHost{[this] { return LastScan(); }, m_desktop.boxes, m_state.locale, {}, isScanning});

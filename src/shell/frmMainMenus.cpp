@@ -1,8 +1,22 @@
 // The main window's menus. The views that can be hidden are named here and nowhere else.
 #include "shell/frmMain.h"
 
+#include <QContextMenuEvent>
+#include <QCoreApplication>
 #include <QMenuBar>
 #include <QShortcut>
+
+namespace {
+
+// What the menu key does where a keyboard has none.
+void AskForMenu(QWidget& focused)
+{
+    const auto place = focused.inputMethodQuery(Qt::ImCursorRectangle).toRect().center();
+    QContextMenuEvent event(QContextMenuEvent::Keyboard, place, focused.mapToGlobal(place));
+    QCoreApplication::sendEvent(&focused, &event);
+}
+
+}  // namespace
 
 void frmMain::AddSeparator(QMenu* menu, const char* name)
 {
@@ -44,7 +58,7 @@ void frmMain::BuildMenuBar()
     AddPaneKeys();
 }
 
-// From pane to pane; F6 alone expands the tree.
+// From pane to pane; F6 alone expands the tree. And to the menu of what has the focus.
 void frmMain::AddPaneKeys()
 {
     const auto add = [this](const QKeySequence& key, bool isForward) {
@@ -54,6 +68,9 @@ void frmMain::AddPaneKeys()
     add(Qt::CTRL | Qt::Key_F6, true);
     add(Qt::SHIFT | Qt::Key_F6, false);
     add(Qt::CTRL | Qt::SHIFT | Qt::Key_F6, false);
+    connect(new QShortcut(Qt::SHIFT | Qt::Key_F10, this), &QShortcut::activated, this, [this] {
+        if (focusWidget() != nullptr) AskForMenu(*focusWidget());
+    });
 }
 
 void frmMain::BuildFileMenu()

@@ -41,7 +41,7 @@ int ParseAndRun(int argc, char** argv)
     std::string helpPage;
     const auto* const help = app.add_option("--help-page", helpPage,
                                             "Print a page of the help and end; without a name, the contents")
-                                 ->type_name("NAME")
+                                 ->type_name("[NAME]")
                                  ->expected(0, 1);
     app.set_version_flag("--version", "quillet " QUILLET_VERSION);
     try {
