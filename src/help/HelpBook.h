@@ -18,7 +18,7 @@ struct HelpPage {
 
 struct HelpHit {
     const HelpPage* page = nullptr;
-    std::string snippet;  // one line of plain text from around the place; empty when only the title matches
+    std::string snippet;  // one line from around the place, or from the beginning when only the title matches
 };
 
 // The help pages in the order of the contents, a page's children right behind it. Texts are UTF-8. Pointers

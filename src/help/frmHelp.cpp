@@ -125,8 +125,14 @@ QWidget* frmHelp::BuildSide()
     m_side->addWidget(m_contents);
     m_side->addWidget(m_results);
     connect(m_search, &QLineEdit::textChanged, this, &frmHelp::Search);
-    connect(m_search, &QLineEdit::returnPressed, this, [this] { m_results->setCurrentRow(0); });
+    connect(m_search, &QLineEdit::returnPressed, this, [this] {
+        m_results->setCurrentRow(0);
+        ShowHit(0);
+    });
     connect(m_results, &QListWidget::currentRowChanged, this, &frmHelp::ShowHit);
+    // The chosen one again, when a link or a way back led away from its page.
+    for (const auto signal : {&QListWidget::itemClicked, &QListWidget::itemActivated})
+        connect(m_results, signal, this, [this](QListWidgetItem* item) { ShowHit(m_results->row(item)); });
     connect(m_contents, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* item) {
         if (item != nullptr) m_view->ShowPage(item->data(0, kKeyRole).toString().toStdString());
     });

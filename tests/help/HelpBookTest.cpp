@@ -82,16 +82,6 @@ TEST(HelpBook, ASnippetIsPlainTextAroundThePlace)
     EXPECT_LT(snippet.size(), 200U);
 }
 
-TEST(HelpBook, LinksLeadToPagesOnly)
-{
-    const struct {
-        std::string_view link, key;
-    } cases[] = {{"options.md", "options"},      {"options", ""},     {"https://a.example/options.md", ""},
-                 {"../README.md", ""},           {"/etc/passwd", ""}, {"file:options.md", ""},
-                 {"\\\\server\\options.md", ""}, {".md", ""},         {"", ""}};
-    for (const auto& [link, key] : cases) EXPECT_EQ(KeyOfLink(link), key) << link;
-}
-
 TEST(PrintHelp, PrintsAPageOrTheContents)
 {
     const auto print = [](const std::string& name) {

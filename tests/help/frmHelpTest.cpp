@@ -115,6 +115,17 @@ TEST_F(FrmHelpTest, SearchShowsWhatItFindsAndMarksIt)
     QTest::keyClick(&search, Qt::Key_Return);
     EXPECT_EQ(Title(), QStringLiteral("Options"));
     EXPECT_EQ(page.extraSelections().size(), 2);
+    const auto chooseAgain = [this] {
+        const auto place = results.visualItemRect(results.item(0)).center();
+        QTest::mouseClick(results.viewport(), Qt::LeftButton, {}, place);
+    };
+    const std::function<void()> ways[]{chooseAgain, [this] { QTest::keyClick(&search, Qt::Key_Return); }};
+    for (const auto& choose : ways) {
+        window.ShowPage("welcome");
+        choose();
+        EXPECT_EQ(Title(), QStringLiteral("Options")) << "a chosen page that was left";
+    }
+    search.setFocus();
     QTest::keyClick(&search, Qt::Key_Down);
     EXPECT_TRUE(results.hasFocus());
     QTest::keyClick(&results, Qt::Key_Down);
