@@ -1018,6 +1018,10 @@ Fehler 0x%1 - %2</translation>
         <translation>Die Datenbank war gerade dann nicht mehr erreichbar, als sie die Zeilen übernehmen sollte. Sehen Sie nach, ob der neueste Lauf in der Tabelle %1 steht.</translation>
     </message>
     <message>
+        <source>Everything is undone as soon as the database answers.</source>
+        <translation>Alles wird zurückgenommen, sobald die Datenbank antwortet.</translation>
+    </message>
+    <message>
         <source>Everything was undone; the database is as it was before.</source>
         <translation>Alles wurde zurückgenommen; die Datenbank ist, wie sie vorher war.</translation>
     </message>

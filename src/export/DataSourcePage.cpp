@@ -175,6 +175,6 @@ void DataSourcePage::ShowTest(bool isGood, const std::string& text)
 {
     const auto icon = isGood ? QStyle::SP_DialogApplyButton : QStyle::SP_MessageBoxWarning;
     lblTestResult->ShowIcon(style()->standardIcon(icon, nullptr, this));
-    lblTestResult->ShowText(text);
-    lblTestResult->setToolTip(PlainMarkup(lblTestResult->text()));  // where it does not fit
+    lblTestResult->ShowText("  " + text);                                     // beside the icon
+    lblTestResult->setToolTip(PlainMarkup(lblTestResult->text().trimmed()));  // where it does not fit
 }

@@ -33,6 +33,7 @@ struct ExportOutcome {
     enum class Remains {
         Everything,  // the export is in the database
         Nothing,     // the transaction was undone, or not begun
+        Pending,     // the database does not answer; it undoes the transaction once it does
         Unknown,     // the database went away while it was to keep the transaction
     };
 

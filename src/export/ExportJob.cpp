@@ -116,7 +116,11 @@ void ExportJob::GiveUp()
 {
     ExportOutcome outcome;
     outcome.error = SystemError{Code::Cancelled, "Export", SystemText(Code::Cancelled)};
-    if (m_shared->progress.isCommitting) outcome.remains = ExportOutcome::Remains::Unknown;
+    if (m_shared->progress.isCommitting) {
+        outcome.remains = ExportOutcome::Remains::Unknown;
+    } else if (IsConnected()) {
+        outcome.remains = ExportOutcome::Remains::Pending;
+    }
     m_job->Abandon();
     End(std::move(outcome));
 }

@@ -95,6 +95,8 @@ QString ExportSummaryPage::Details(const ExportOutcome& outcome, const ExportPla
             tr("The database went away just when it was to keep the rows. Look whether the newest run "
                "is in table %1.")
                 .arg(PlainText(plan.tables[ExportTable::Runs].name)));
+    } else if (outcome.remains == ExportOutcome::Remains::Pending) {
+        lines.append(tr("Everything is undone as soon as the database answers."));
     } else if (outcome.madeTables.empty()) {
         lines.append(tr("Everything was undone; the database is as it was before."));
     } else {

@@ -10,11 +10,9 @@
 #include <QTextTable>
 #include <QUrl>
 
-#include <algorithm>
-
 namespace {
 
-constexpr double kMargin = 12;
+constexpr double kMargin = 12;     // above and below
 constexpr double kUsualLine = 15;  // the height of a line that the chart's measures are made for
 
 QString ChartName()
@@ -39,23 +37,12 @@ std::string TableFor(const QPalette& palette)
            (IsDarkBase(palette) ? "#565b63" : "#c4c9cf") + "\"";
 }
 
-// The URLs take what the site and the numbers leave.
-QList<QTextLength> ListWidths(int columns)
-{
-    constexpr double kSite = 18, kNumbers = 44;
-    const QTextLength number(QTextLength::PercentageLength, kNumbers / std::max(columns - 2, 1));
-    QList<QTextLength> widths(columns, number);
-    widths[0] = QTextLength(QTextLength::PercentageLength, 100 - kSite - kNumbers);
-    if (columns > 1) widths[1] = QTextLength(QTextLength::PercentageLength, kSite);
-    return widths;
-}
-
 }  // namespace
 
 void ReportDocument::Show(const CacheReport& report, const FormatLocale& locale, const ReportLook& look)
 {
     setUndoRedoEnabled(false);
-    setDocumentMargin(kMargin);
+    setDocumentMargin(0);  // tables on the right would not keep it; the view does
     setDefaultFont(look.font);
     QTextOption option(Qt::AlignLeading);
     option.setTextDirection(look.direction);
@@ -64,8 +51,8 @@ void ReportDocument::Show(const CacheReport& report, const FormatLocale& locale,
 
     ReportDress dress;
     dress.table = TableFor(look.palette);
-    dress.list = " width=\"100%\"";
-    dress.isToldWhereToBreak = true;
+    dress.list = " width=\"99%\"";  // rounded up, all of it would be too wide
+    dress.isSimple = true;
     dress.isRightToLeft = look.direction == Qt::RightToLeft;
     dress.numberTitles = dress.numbers = " align=\"right\"";
     if (const auto bars = ReportChart::BarsOf(report, locale); !bars.empty()) {
@@ -78,23 +65,21 @@ void ReportDocument::Show(const CacheReport& report, const FormatLocale& locale,
                       std::to_string(static_cast<int>(ReportChart::HeightOf(bars) * scale)) + "\"></p>\n";
     }
     setHtml(QString::fromStdString(ReportBody(report, locale, dress)));
-    DressTables(look.direction);
+    if (dress.isRightToLeft) MirrorTables();
+    auto format = rootFrame()->frameFormat();
+    format.setTopMargin(kMargin);
+    format.setBottomMargin(kMargin);
+    rootFrame()->setFrameFormat(format);
 }
 
-void ReportDocument::DressTables(Qt::LayoutDirection direction)
+void ReportDocument::MirrorTables()
 {
     const auto frames = rootFrame()->childFrames();
     for (auto* const frame : frames) {
         auto* const table = qobject_cast<QTextTable*>(frame);
         if (table == nullptr) continue;
         auto format = table->format();
-        format.setLayoutDirection(direction);
-        if (format.width().type() == QTextLength::PercentageLength) {
-            format.setColumnWidthConstraints(ListWidths(table->columns()));
-        } else if (direction == Qt::RightToLeft) {
-            format.setAlignment(Qt::AlignRight);
-            format.setRightMargin(kMargin);  // the layout does not count that of the document
-        }
+        format.setAlignment(Qt::AlignRight);
         table->setFormat(format);
     }
 }

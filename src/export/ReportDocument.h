@@ -29,7 +29,7 @@ protected:
     QVariant loadResource(int type, const QUrl& name) override;
 
 private:
-    void DressTables(Qt::LayoutDirection direction);
+    void MirrorTables();
 
     QImage m_chart;
 };

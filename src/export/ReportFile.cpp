@@ -1,9 +1,11 @@
 #include "export/ReportFile.h"
 
+#include "base/Translate.h"
 #include "export/ReportCsv.h"
 #include "export/ReportDocument.h"
 #include "export/ReportHtml.h"
 #include "export/ReportJson.h"
+#include "export/ReportPages.h"
 
 #include <QFileInfo>
 #include <QPageLayout>
@@ -12,9 +14,10 @@
 
 namespace {
 
-constexpr int kPaperPoints = 9;    // the font's size
-constexpr double kPaperRatio = 4;  // of the chart's pixels, so that it is sharp on paper
-constexpr int kPaperDots = 600;    // per inch
+constexpr int kPaperPoints = 9;      // the font's size
+constexpr double kPaperRatio = 4;    // of the chart's pixels, so that it is sharp on paper
+constexpr int kPaperDots = 600;      // per inch
+constexpr double kPaperMargin = 20;  // mm
 
 QPalette PaperPalette()
 {
@@ -28,14 +31,16 @@ void WritePdf(QIODevice& file, const CacheReport& report, const ReportSetting& s
 {
     QPdfWriter writer(&file);
     writer.setPageSize(QPageSize(QPageSize::A4));
+    writer.setPageMargins(QMarginsF(kPaperMargin, kPaperMargin, kPaperMargin, kPaperMargin),
+                          QPageLayout::Millimeter);
     writer.setResolution(kPaperDots);
-    writer.setTitle(QStringLiteral("Zentrel Cache Report"));
+    writer.setTitle(QString::fromStdString(Translate("CacheReport", "Zentrel Cache Report")));
     ReportLook look{PaperPalette(), setting.font, kPaperRatio,
                     setting.isRightToLeft ? Qt::RightToLeft : Qt::LeftToRight};
     look.font.setPointSize(kPaperPoints);
     ReportDocument document;
     document.Show(report, setting.locale, look);
-    document.print(&writer);
+    DrawPages(writer, document);
 }
 
 std::string TextOf(ReportFormat format, const CacheReport& report, const ReportSetting& setting)

@@ -10,8 +10,9 @@
 // runs. All that a server sent is text, never markup.
 std::string ReportHtml(const CacheReport& report, const FormatLocale& locale, bool isRightToLeft = false);
 
-// A character without width that a line may break at.
-inline constexpr std::string_view kBreakSpace = "\xE2\x80\x8B";
+// Characters without width that stand in the body for simple readers, and in no text of a server: they break
+// lines and set directions.
+inline constexpr std::u16string_view kUnseen = u"\u200B\u2066\u2068\u2069";
 
 // How the body of a page is dressed.
 struct ReportDress {
@@ -22,7 +23,9 @@ struct ReportDress {
     std::string numbers;       // of a cell that is no text
     std::string numberTitles;  // of the title above it
     bool isRightToLeft = false;
-    bool isToldWhereToBreak = false;  // by kBreakSpace in long words, where styles are not understood
+    // For a reader that knows neither styles nor directions: kUnseen tell it, and columns are written in the
+    // order in which they stand.
+    bool isSimple = false;
 };
 
 // What stands between <body> and </body>, for programs that draw less than all of HTML, too.

@@ -123,7 +123,7 @@ ReportTable ListTable(const ListKind& kind, const ReportList& list, const SiteNa
         (list.all.count == 0 ? Translate("CacheReport", "There are none.")
                              : FillIn(Translate("CacheReport", "Shown: %1 of %2."),
                                       {std::to_string(list.top.size()), std::to_string(list.all.count)}));
-    table.columns = {{"path", Translate("CacheReport", "URL"), FormatKind::Plain, true},
+    table.columns = {{"path", Translate("CacheReport", "URL"), FormatKind::Plain, true, false, {}, true},
                      {"queryHash", Translate("CacheReport", "Query"), FormatKind::Plain, true, true},
                      {"site", Translate("CacheReport", "Site"), FormatKind::Plain, true}};
     if (kind.hasExpiry) table.columns.push_back({"expires", Translate("CacheReport", "Expired")});

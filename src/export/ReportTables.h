@@ -14,6 +14,7 @@ struct ReportColumn {
     bool isText = false;     // a server's, any bytes
     bool isBehind = false;   // people read it behind the text before it, where there is one
     std::string empty = {};  // what people read for an empty text
+    bool isPath = false;     // reads from the left in any language
 };
 
 // A section of the report as every form of it shows it. A cell is a text, an integer, a double or a date.

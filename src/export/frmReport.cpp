@@ -5,6 +5,7 @@
 #include "export/ReportFile.h"
 #include "export/ReportHtml.h"
 #include "export/ReportTables.h"
+#include "export/ReportText.h"
 
 #include <QClipboard>
 #include <QCloseEvent>
@@ -29,26 +30,32 @@ namespace {
 constexpr double kMostOfScreen = 0.85;
 constexpr int kMostOfName = 64;  // of the server's, in the name of a file
 constexpr int kBetweenPolls = 30;
+constexpr int kMargin = 12;
 // In characters and lines:
 constexpr int kUsualWidth = 120;
 constexpr int kUsualHeight = 44;
 
-QString WithoutBreaks(QString text)
+QString WithoutUnseen(QString text)
 {
-    return text.remove(QString::fromUtf8(kBreakSpace.data(), static_cast<qsizetype>(kBreakSpace.size())));
+    return text.removeIf([](QChar c) { return QStringView(kUnseen).contains(c); });
 }
 
-// Hands on texts as the server sent them, without the places to break that are shown.
+// Keeps margins beside the document, and hands on texts as the server sent them.
 class ReportView : public QTextBrowser {
 public:
-    using QTextBrowser::QTextBrowser;
+    explicit ReportView(QWidget* parent) : QTextBrowser(parent)
+    {
+        setViewportMargins(kMargin, 0, kMargin, 0);
+        setBackgroundRole(QPalette::Base);
+        setAutoFillBackground(true);
+    }
 
 protected:
     QMimeData* createMimeDataFromSelection() const override
     {
         auto* const copied = new QMimeData;
-        copied->setText(WithoutBreaks(textCursor().selection().toPlainText()));
-        copied->setHtml(WithoutBreaks(textCursor().selection().toHtml()));
+        copied->setText(WithoutUnseen(textCursor().selection().toPlainText()));
+        copied->setHtml(WithoutUnseen(textCursor().selection().toHtml()));
         return copied;
     }
 };
@@ -236,8 +243,9 @@ void frmReport::keyPressEvent(QKeyEvent* event)
 void frmReport::CopyReport()
 {
     auto* const copied = new QMimeData;
-    copied->setText(WithoutBreaks(m_document->toPlainText()));
-    copied->setHtml(QString::fromStdString(ReportHtml(*m_report, m_host.locale)));
+    copied->setText(QString::fromStdString(ReportText(*m_report, m_host.locale)));
+    const bool isRightToLeft = layoutDirection() == Qt::RightToLeft;
+    copied->setHtml(QString::fromStdString(ReportHtml(*m_report, m_host.locale, isRightToLeft)));
     QGuiApplication::clipboard()->setMimeData(copied);
 }
 

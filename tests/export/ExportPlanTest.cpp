@@ -1,13 +1,9 @@
 #include "export/ExportPlan.h"
-#include "export/ExportPreview.h"
 #include "export/ExportRows.h"
 #include "base/FillIn.h"
 #include "export/SecretText.h"
-#include "export/SyntheticSnapshot.h"
 
 #include <gtest/gtest.h>
-
-#include <sqlext.h>
 
 namespace {
 
@@ -40,37 +36,6 @@ TEST(ExportPlan, NamesOfTablesAreChecked)
     EXPECT_EQ(plan.Wanted().size(), 5U);
 }
 
-TEST(ExportPlan, NamesAreQuotedInSqlAndValuesAreParameters)
-{
-    EXPECT_EQ(CreateTableSql(ExportTable::Counters, "my \"own\"", StandardQuote),
-              R"(CREATE TABLE "my ""own""" ("run" BIGINT, "name" TEXT, "value" DOUBLE PRECISION))");
-    EXPECT_EQ(InsertSql(ExportTable::Counters, "c", 2, StandardQuote),
-              R"(INSERT INTO "c" ("run", "name", "value") VALUES (?, ?, ?), (?, ?, ?))");
-    EXPECT_EQ(NextRunSql("r", StandardQuote), R"(SELECT COALESCE(MAX("run"), 0) + 1 FROM "r")");
-    EXPECT_EQ(RunRowsSql("r", StandardQuote),
-              R"(UPDATE "r" SET "site_rows" = ?, "entry_rows" = ?, "type_rows" = ?, "total_rows" = ?, )"
-              R"("counter_rows" = ? WHERE "run" = ?)");
-}
-
-TEST(ExportPlan, TellsColumnTypesApart)
-{
-    const struct {
-        int type;
-        bool whole, real, text;
-    } cases[] = {
-        {SQL_BIGINT, true, false, false},    {SQL_INTEGER, true, false, false},
-        {SQL_DOUBLE, false, true, false},    {SQL_NUMERIC, true, true, false},
-        {SQL_VARCHAR, false, false, true},   {SQL_WLONGVARCHAR, false, false, true},
-        {SQL_BIT, false, false, false},      {SQL_TYPE_TIMESTAMP, false, false, false},
-        {SQL_SMALLINT, false, false, false}, {-9999, true, true, true},
-    };
-    for (const auto& [type, whole, real, text] : cases) {
-        EXPECT_EQ(CanHold(type, ColumnKind::Whole), whole) << type;
-        EXPECT_EQ(CanHold(type, ColumnKind::Real), real) << type;
-        EXPECT_EQ(CanHold(type, ColumnKind::Moment), text) << type;
-    }
-}
-
 TEST(ExportRows, TextsAndTimesAreFitForDatabases)
 {
     EXPECT_EQ(DatabaseText("a\xFF\xC3\xA4\n"), "a\xEF\xBF\xBD\xC3\xA4\n");
@@ -88,25 +53,6 @@ TEST(ExportRows, TextsAndTimesAreFitForDatabases)
     for (const double days : {0.0, 2'958'466.0, -693'594.0, 1e300, std::numeric_limits<double>::quiet_NaN()})
         EXPECT_EQ(MomentValue({days}), OdbcValue()) << days;
     EXPECT_EQ(FillIn("%2: %1%3 %", {"%2", "b"}), "b: %2%3 %");
-}
-
-TEST(ExportPreview, ShowsTheFirstRowsAndTheStatements)
-{
-    const SyntheticSnapshot snapshot(1000);
-    ExportPlan plan;
-    plan.tables[ExportTable::Types].isWanted = false;
-    const auto entries = PreviewOf(ExportTable::Entries, plan, {}, snapshot, 5);
-    ASSERT_EQ(entries.rows.size(), 5U);
-    EXPECT_EQ(entries.columns.size(), entries.rows[0].size());
-    EXPECT_EQ(entries.rows[1][0], "?");
-    EXPECT_EQ(entries.rows[1][2], "/a/'1\xC3\xA4.html");
-    EXPECT_EQ(entries.sql.substr(0, 30), R"(CREATE TABLE "quillet_entries")");
-    const auto runs =
-        PreviewOf(ExportTable::Runs, plan, {"web1", {45'000}, {45'001}, "Quillet"}, snapshot, 5);
-    ASSERT_EQ(runs.rows.size(), 1U);
-    EXPECT_EQ(runs.rows[0],
-              (std::vector<std::string>{"?", "web1", "2023-03-15 00:00:00", "2023-03-16 00:00:00", "Quillet",
-                                        "2", "1000", "", "1", "3"}));
 }
 
 TEST(SecretText, LeavesNothingBehind)

@@ -2,6 +2,7 @@
 
 #include "export/CacheSnapshot.h"
 
+#include <functional>
 #include <map>
 #include <utility>
 
@@ -37,11 +38,9 @@ inline SnapshotEntry Hit(const char* path, std::int64_t hits, double compressed)
 
 inline SnapshotEntry Ratio(const char* path, double compressed, double uncompressed)
 {
-    CacheFigures figures;
-    figures.totalHits = 1;
-    figures.compressedSize = compressed;
-    figures.uncompressedSize = uncompressed;
-    return EntryOf(path, figures);
+    auto entry = Hit(path, 1, compressed);
+    entry.figures.uncompressedSize = uncompressed;
+    return entry;
 }
 
 inline SnapshotEntry Expiring(const char* path, double expires)
@@ -51,7 +50,7 @@ inline SnapshotEntry Expiring(const char* path, double expires)
     return entry;
 }
 
-// A scan of one site with the given entries.
+// A scan of the given entries; its sums are theirs.
 class ReportSnapshot : public CacheSnapshot {
 public:
     explicit ReportSnapshot(std::vector<SnapshotEntry> entries) : m_entries(std::move(entries)) {}
@@ -64,7 +63,13 @@ public:
         for (const auto& entry : m_entries) totals.Add(entry.figures);
         return totals;
     }
-    std::vector<SnapshotSite> Sites() const override { return {{1, "Default Web Site", Totals()}}; }
+    std::vector<SnapshotSite> Sites() const override
+    {
+        auto sums = sites;
+        for (const auto& entry : m_entries)
+            sums.at(static_cast<std::size_t>(entry.site - 1)).figures.Add(entry.figures);
+        return sums;
+    }
     std::vector<SnapshotType> Types() const override
     {
         std::map<std::string, CacheFigures> sums;
@@ -73,17 +78,20 @@ public:
         for (const auto& [type, figures] : sums) types.push_back({type, figures});
         return types;
     }
-    std::vector<SnapshotCounter> Counters() const override { return {}; }
+    std::vector<SnapshotCounter> Counters() const override { return counters; }
     void ForEachEntry(const std::function<bool(const SnapshotEntry&)>& take) const override
     {
+        std::int64_t next = 0;
         for (const auto& entry : m_entries) {
-            ++handedOut;
+            if (onEntry) onEntry(next++);
             if (!take(entry)) return;
         }
     }
 
     std::string server = "WEB1";
-    mutable std::size_t handedOut = 0;
+    std::vector<SnapshotSite> sites{{1, "Default Web Site", {}}};  // numbered from 1 on
+    std::vector<SnapshotCounter> counters;
+    std::function<void(std::int64_t)> onEntry;  // before each is handed out
 
 private:
     std::vector<SnapshotEntry> m_entries;

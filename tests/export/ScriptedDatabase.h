@@ -25,7 +25,6 @@ public:
     bool undoesTables = true;
     std::map<std::string, std::vector<OdbcColumn>> tables;
     std::vector<std::string> told;
-    std::vector<std::vector<OdbcValue>> parameters;  // of all statements
 
     Done Call(const std::string& what)
     {
@@ -79,9 +78,8 @@ public:
     {
     }
 
-    Result<std::int64_t> Execute(const std::vector<OdbcValue>& parameters) override
+    Result<std::int64_t> Execute(const std::vector<OdbcValue>&) override
     {
-        m_script->parameters.push_back(parameters);
         if (auto called = m_script->Call("run " + m_sql.substr(0, 6)); !called) return Fail(called.error());
         return 1;
     }

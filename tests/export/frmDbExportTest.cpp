@@ -2,6 +2,7 @@
 #include "export/SyntheticSnapshot.h"
 #include "export/frmDbExport.h"
 #include "support/HiveRig.h"
+#include "support/KeptBoxes.h"
 #include "support/OdbcRig.h"
 
 #include <QCheckBox>
@@ -13,17 +14,9 @@
 #include <QTableWidget>
 #include <QTest>
 
-namespace {
+#include <algorithm>
 
-class Boxes : public MessageBoxes {
-public:
-    BoxAnswer Show(const std::string& text, BoxStyle, const std::string& title) override
-    {
-        shown.push_back(title + ": " + text);
-        return BoxAnswer::Ok;
-    }
-    std::vector<std::string> shown;
-};
+namespace {
 
 // The wizard over a scripted database; the data sources are those of files.
 class frmDbExportTest : public testing::Test {
@@ -34,7 +27,8 @@ public:
     {
         store = hives.Open();
         auto access = AccessTo(script);
-        access.connecting = access.silence = std::chrono::milliseconds(2'000);
+        access.connecting = connecting;
+        access.silence = std::chrono::milliseconds(2'000);
         access.farewell = std::chrono::milliseconds(100);
         dialog = std::make_unique<frmDbExport>(*store, snapshot, boxes, nullptr, access);
         dialog->show();
@@ -48,7 +42,7 @@ public:
         return found;
     }
     QPushButton* Button(const char* name) { return Find<QPushButton>(name); }
-    std::string Text(const char* label) { return Find<QLabel>(label)->text().toStdString(); }
+    std::string Text(const char* label) { return Find<QLabel>(label)->text().trimmed().toStdString(); }
     std::string Page() { return Find<QStackedWidget>("pages")->currentWidget()->objectName().toStdString(); }
     void Press(Qt::Key key, Qt::KeyboardModifiers with = Qt::NoModifier)
     {
@@ -76,7 +70,8 @@ public:
     HiveRig hives;
     std::unique_ptr<RegistryStore> store;
     SyntheticSnapshot snapshot{100};
-    Boxes boxes;
+    KeptBoxes boxes;
+    std::chrono::milliseconds connecting{2'000};
     SharedScript script = std::make_shared<DatabaseScript>();
     std::unique_ptr<frmDbExport> dialog;
 };
@@ -136,24 +131,39 @@ TEST_F(frmDbExportTest, WithoutDataSourcesItSaysHowToDefineOne)
 
 TEST_F(frmDbExportTest, TellsWhatATestFoundAndCanStopIt)
 {
+    connecting = std::chrono::milliseconds(300);
     Open();
     Find<QComboBox>("Combo1")->setCurrentIndex(0);
-    Button("cmdTest")->click();
-    EXPECT_EQ(Button("cmdTest")->text(), QLatin1String("&Stop test"));
-    const auto shows = [&](const char* text) {
+    const auto shows = [&](const std::string& text) {
         return QTest::qWaitFor([&] { return Text("lblTestResult") == text; });
     };
-    EXPECT_TRUE(shows("Connected to Script through libscript.so."));
-    EXPECT_EQ(Button("cmdTest")->text(), QLatin1String("&Test Connectivity"));
+    const struct {
+        int failAt, hangAt;
+        bool isReadOnly;
+        const char* text;
+    } cases[] = {
+        {0, 0, false, "Connected to Script through libscript.so."},
+        {0, 0, true, "Connected to Script through libscript.so, for reading only."},
+        {3, 0, false, "Not connected: 28000: wrong <b>password</b>"},
+        {0, 4, false, "The data source does not answer."},
+    };
+    script->failure = "28000: wrong <b>password</b>";
+    for (const auto& [failAt, hangAt, isReadOnly, text] : cases) {
+        script->failAt = failAt;
+        script->hangAt = hangAt;
+        script->isReadOnly = isReadOnly;
+        Button("cmdTest")->click();
+        EXPECT_EQ(Button("cmdTest")->text(), QLatin1String("&Stop test"));
+        EXPECT_TRUE(shows(text)) << Text("lblTestResult");
+        EXPECT_EQ(Button("cmdTest")->text(), QLatin1String("&Test Connectivity"));
+    }
     Find<QLineEdit>("UserID")->setText(QStringLiteral("you"));
     EXPECT_EQ(Text("lblTestResult"), "") << "it was another login";
 
-    script->failAt = 2;
-    script->failure = "28000: wrong <b>password</b>";
-    Press(Qt::Key_T, Qt::AltModifier);
-    EXPECT_TRUE(shows("Not connected: 28000: wrong <b>password</b>"));
-
-    script->hangAt = 3;
+    connecting = std::chrono::hours(1);
+    Open();
+    Find<QComboBox>("Combo1")->setCurrentIndex(0);
+    script->hangAt = 5;
     Press(Qt::Key_T, Qt::AltModifier);
     EXPECT_TRUE(script->AwaitHang());
     Press(Qt::Key_S, Qt::AltModifier);
@@ -172,7 +182,8 @@ TEST_F(frmDbExportTest, TheKeyboardWalksThroughAllPages)
     auto* const rows = Find<QTableWidget>("grdRows");
     EXPECT_EQ(rows->rowCount(), 20);
     EXPECT_EQ(rows->item(1, 2)->text(), QStringLiteral("/a/'1\u00E4.html"));
-    EXPECT_TRUE(Find<QPlainTextEdit>("txtSql")->toPlainText().contains(QLatin1String("\"quillet_entries\"")));
+    EXPECT_TRUE(Find<QPlainTextEdit>("txtSql")->toPlainText().startsWith(
+        QLatin1String("CREATE TABLE \"quillet_entries\" (\"run\" BIGINT, ")));
     Press(Qt::Key_P, Qt::AltModifier);
     Press(Qt::Key_P, Qt::AltModifier);
     EXPECT_EQ(Page(), "pagChoice");
@@ -181,6 +192,10 @@ TEST_F(frmDbExportTest, TheKeyboardWalksThroughAllPages)
     EXPECT_FALSE(Find<QLineEdit>("txtSites")->isEnabled());
     Press(Qt::Key_Return);
     EXPECT_EQ(tables->rowCount(), 5);
+    ASSERT_EQ(rows->rowCount(), 1);
+    std::string run;
+    for (const int column : {0, 1, 2, 5, 6}) run += rows->item(0, column)->text().toStdString() + '|';
+    EXPECT_EQ(run, "?|web'1\"; DROP TABLE x|2023-03-15 18:00:00||100|");
     EXPECT_EQ(Button("cmdNext")->text(), QLatin1String("&Finish"));
     Press(Qt::Key_F, Qt::AltModifier);
     EXPECT_TRUE(ReachesPage("pagSummary"));
@@ -237,6 +252,8 @@ TEST_F(frmDbExportTest, AHangingDatabaseIsCancelledOrLeftBehind)
         EXPECT_EQ(Text("lblOutcome"), "The export was cancelled.");
         EXPECT_TRUE(
             Find<QPlainTextEdit>("txtDetails")->toPlainText().contains(QLatin1String("as it was before")));
+        const auto told = script->Told();
+        EXPECT_EQ(std::count(told.begin(), told.end(), "rollback"), 1);
         Press(Qt::Key_P, Qt::AltModifier);
         EXPECT_EQ(Page(), "pagPreview");
         script->hangAt = 0;

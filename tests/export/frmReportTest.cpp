@@ -1,6 +1,9 @@
 #include "export/frmReport.h"
 
+#include "export/ReportDocument.h"
+#include "export/ReportPages.h"
 #include "export/ReportSnapshot.h"
+#include "support/KeptBoxes.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QClipboard>
@@ -17,31 +20,17 @@
 #include <QTextBrowser>
 #include <QTextDocument>
 #include <QTextFrame>
+#include <QTextTable>
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace {
 
+const std::string kTitle = "Zentrel Cache Report: ";
 constexpr const char* kLongWord = "/0123456789012345678901234567890123456789";
-
-class Boxes : public MessageBoxes {
-public:
-    BoxAnswer Show(const std::string& text, BoxStyle, const std::string&) override
-    {
-        shown.push_back(text);
-        return BoxAnswer::Ok;
-    }
-    std::vector<std::string> shown;
-};
-
-// A scan that breaks off.
-class BrokenSnapshot : public ReportSnapshot {
-public:
-    using ReportSnapshot::ReportSnapshot;
-    CacheFigures Totals() const override { throw std::runtime_error("lost <b>"); }
-};
 
 // A scan that is read for as long as nobody cancels.
 class EndlessSnapshot : public ReportSnapshot {
@@ -57,27 +46,29 @@ public:
 
 class frmReportTest : public testing::Test {
 public:
+    using Scan = std::function<std::unique_ptr<CacheSnapshot>()>;
+
     frmReportTest()
     {
         entries.push_back(Ratio("/<script>\xFF&amp;", 990, 1'000));
         entries.push_back(Saver("/saves.css", 5'000));
         entries.push_back(Saver(kLongWord, 1));
-        ReportHost host{[this]() -> std::unique_ptr<CacheSnapshot> {
-                            if (isEndless) return std::make_unique<EndlessSnapshot>(entries);
-                            if (isBroken) return std::make_unique<BrokenSnapshot>(entries);
-                            if (isScanned) return std::make_unique<ReportSnapshot>(entries);
-                            return nullptr;
-                        },
+        ReportHost host{[this] { return scan(); },
                         boxes,
                         {},
                         [this](const QString& name) {
                             proposed = name;
                             return chosen;
                         },
-                        [this] { return isScanning; }};
+                        {}};
         window = std::make_unique<frmReport>(std::move(host));
         QObject::connect(window.get(), &frmReport::BusyChanged, window.get(),
                          [this](bool isBusy) { told += isBusy ? "busy " : "idle "; });
+    }
+    template <class Snapshot>
+    Scan Of()
+    {
+        return [this] { return std::make_unique<Snapshot>(entries); };
     }
     QTextBrowser* View() const { return window->findChild<QTextBrowser*>(QStringLiteral("Text1")); }
     QString Text() const { return View()->toPlainText(); }
@@ -99,8 +90,8 @@ public:
     }
 
     std::vector<SnapshotEntry> entries;
-    bool isScanned = true, isEndless = false, isBroken = false, isScanning = false;
-    Boxes boxes;
+    Scan scan = Of<ReportSnapshot>();
+    KeptBoxes boxes;
     QTemporaryDir folder;
     QString chosen, proposed;
     std::string told;
@@ -121,7 +112,7 @@ TEST_F(frmReportTest, ShowsTheFiguresOfTheLastScan)
     EXPECT_TRUE(text.contains(QChar::ObjectReplacementCharacter)) << "the chart";
 
     Button("cmdCopy")->click();
-    EXPECT_TRUE(QGuiApplication::clipboard()->text().contains(QLatin1String("/saves.css")));
+    EXPECT_TRUE(QGuiApplication::clipboard()->text().contains(QLatin1String("\n/saves.css\t\tDefault")));
     EXPECT_FALSE(text.contains(QLatin1String(kLongWord))) << "it would force the window wider";
     EXPECT_TRUE(QGuiApplication::clipboard()->text().contains(QLatin1String(kLongWord)));
     EXPECT_TRUE(QGuiApplication::clipboard()->mimeData()->html().contains(QLatin1String("<svg")));
@@ -129,39 +120,34 @@ TEST_F(frmReportTest, ShowsTheFiguresOfTheLastScan)
     EXPECT_FALSE(window->isVisible());
 }
 
-TEST_F(frmReportTest, TheTotalsStandWhereReadingBegins)
+TEST_F(frmReportTest, TablesReadFromWhereTheWindowDoes)
 {
     for (const auto direction : {Qt::LeftToRight, Qt::RightToLeft}) {
         window->setLayoutDirection(direction);
         window->Open();
         ASSERT_TRUE(Waits());
         const auto* const document = View()->document();
-        auto* const totals = document->rootFrame()->childFrames().value(0);
+        const auto* const totals = qobject_cast<QTextTable*>(document->rootFrame()->childFrames().value(0));
         ASSERT_NE(totals, nullptr);
-        const auto place = document->documentLayout()->frameBoundingRect(totals);
         const bool isMirrored = direction == Qt::RightToLeft;
+        const auto name = totals->cellAt(0, isMirrored ? 1 : 0).firstCursorPosition().block();
+        const auto place = document->documentLayout()->blockBoundingRect(name);
+        EXPECT_TRUE(name.text().contains(QLatin1String("Cached URLs"))) << isMirrored;
         EXPECT_LT(isMirrored ? document->size().width() - place.right() : place.left(), 20);
+        View()->selectAll();
+        View()->copy();
+        const auto copied = QGuiApplication::clipboard()->text();
+        EXPECT_TRUE(copied.contains(u'\n' + QLatin1String(kLongWord) + u'\n')) << copied.toStdString();
     }
-}
-
-TEST_F(frmReportTest, AScanUnderWayIsNotRead)
-{
-    window->Open();
-    ASSERT_TRUE(Waits());
-    const auto text = Text();
-    isScanning = true;
-    window->GenerateReport();
-    EXPECT_FALSE(window->IsBusy());
-    EXPECT_EQ(Text(), text);
 }
 
 TEST_F(frmReportTest, SaysWhenNothingWasScannedAndComesBackWithAScan)
 {
-    isScanned = false;
+    scan = [] { return nullptr; };
     window->Open();
     EXPECT_EQ(Text(), QLatin1String("Nothing was scanned yet."));
     EXPECT_FALSE(window->IsBusy() || Button("cmdSave")->isEnabled() || Button("cmdCopy")->isEnabled());
-    isScanned = true;
+    scan = Of<ReportSnapshot>();
     QTest::keyClick(View(), Qt::Key_F5);
     ASSERT_TRUE(Waits());
     EXPECT_TRUE(Button("cmdSave")->isEnabled());
@@ -170,7 +156,7 @@ TEST_F(frmReportTest, SaysWhenNothingWasScannedAndComesBackWithAScan)
 
 TEST_F(frmReportTest, LetsTheScanGoWhenItIsClosedOrDestroyed)
 {
-    isEndless = true;
+    scan = Of<EndlessSnapshot>();
     window->Open();
     EXPECT_FALSE(Button("cmdRefresh")->isEnabled());
     window->close();
@@ -178,20 +164,24 @@ TEST_F(frmReportTest, LetsTheScanGoWhenItIsClosedOrDestroyed)
     EXPECT_TRUE(boxes.shown.empty());
     window->Open();
     window->close();
-    isEndless = false;
+    scan = Of<ReportSnapshot>();
     window->Open();
     EXPECT_TRUE(QTest::qWaitFor([&] { return Text().contains(QLatin1String("WEB1")); })) << "opened again";
-    isEndless = true;
+    scan = Of<EndlessSnapshot>();
     window->GenerateReport();
     window.reset();  // hangs when nobody cancels
 }
 
 TEST_F(frmReportTest, TellsWhyThereIsNoReport)
 {
-    isBroken = true;
+    scan = [this] {
+        auto broken = std::make_unique<ReportSnapshot>(entries);
+        broken->onEntry = [](std::int64_t) { throw std::runtime_error("lost <b>"); };
+        return broken;
+    };
     window->Open();
     ASSERT_TRUE(Waits());
-    EXPECT_EQ(boxes.shown, std::vector<std::string>{"The report cannot be made.\nlost <b>"});
+    EXPECT_EQ(boxes.shown, std::vector{kTitle + "The report cannot be made.\nlost <b>"});
     EXPECT_EQ(Text(), QLatin1String("The report cannot be made.\nlost <b>"));
     EXPECT_FALSE(Button("cmdSave")->isEnabled());
 }
@@ -234,10 +224,51 @@ TEST_F(frmReportTest, TellsWhatCannotBeSaved)
         if (!name.isEmpty()) ++boxesShown;
         ASSERT_EQ(boxes.shown.size(), boxesShown) << name.toStdString();
     }
-    EXPECT_EQ(boxes.shown[0].find("The report cannot be saved as " + names[1].toStdString() + '\n'), 0U);
+    EXPECT_EQ(boxes.shown[0].find(kTitle + "The report cannot be saved as " + names[1].toStdString() + '\n'),
+              0U);
     EXPECT_NE(boxes.shown[1].find("No such file"), std::string::npos);
-    EXPECT_EQ(boxes.shown.back(), "The name of a report ends in .html, .pdf, .csv or .json.");
+    EXPECT_EQ(boxes.shown.back(), kTitle + "The name of a report ends in .html, .pdf, .csv or .json.");
     EXPECT_TRUE(QDir(folder.path()).isEmpty());
+}
+
+// Of a document that is longer than some pages.
+TEST(ReportPages, KeepsRowsWholeAndSaysAgainWhatTheColumnsAre)
+{
+    constexpr double kHeight = 460;
+    const ReportSnapshot snapshot(std::vector<SnapshotEntry>(40, Saver(kLongWord, 1)));
+    ReportDocument document;
+    document.Show(*GenerateReport(snapshot), {}, {});
+    document.setTextWidth(500);
+    const auto pages = PagesOf(document, kHeight);
+    const auto place = [&](const QTextBlock& block) {
+        return document.documentLayout()->blockBoundingRect(block);
+    };
+    const auto pageOf = [&](const QTextBlock& block) {
+        return std::find_if(pages.begin(), pages.end(), [text = place(block)](const ReportPage& page) {
+            return page.top <= text.top() && text.bottom() <= page.bottom;
+        });
+    };
+    for (const auto& page : pages) EXPECT_LE(page.Height(), kHeight);
+    QTextBlock title;
+    for (auto block = document.begin(); block.isValid(); block = block.next()) {
+        if (block.length() == 1) continue;
+        EXPECT_NE(pageOf(block), pages.end()) << block.text().toStdString();
+        EXPECT_TRUE(!title.isValid() || pageOf(title) == pageOf(block)) << title.text().toStdString();
+        title = block.blockFormat().headingLevel() > 0 ? block : QTextBlock();
+    }
+    int continued = 0;
+    const auto frames = document.rootFrame()->childFrames();
+    for (const auto* const frame : frames) {
+        const auto* const table = qobject_cast<const QTextTable*>(frame);
+        const auto cell = [&](int row) { return table->cellAt(row, 0).firstCursorPosition().block(); };
+        for (int row = 1; row < table->rows(); ++row) {
+            const auto page = pageOf(cell(row));
+            if (page == pageOf(cell(row - 1))) continue;
+            EXPECT_TRUE(page->headTop < place(cell(0)).top() && place(cell(0)).bottom() < page->headBottom);
+            ++continued;
+        }
+    }
+    EXPECT_GT(continued, 1);
 }
 
 }  // namespace
