@@ -216,7 +216,7 @@ Result<std::vector<VirtualDir>> Service::VirtualDirs(std::uint32_t site) const
     return ReadVirtualDirs(*txn, site);
 }
 
-Done Service::DeleteEntry(std::string_view path)
+Done Service::DeleteEntry(std::string_view path, const std::function<void()>& gone)
 {
     const auto checked = CheckDeletion(path);
     if (!checked) return Fail(checked.error());
@@ -224,6 +224,7 @@ Done Service::DeleteEntry(std::string_view path)
     if (!change) return Fail(change.error());
     auto files = DeleteEntryKeys(*m_store, *checked);
     if (!files) return Fail(files.error());
+    if (gone) gone();
     return (*change)->RemoveFiles(std::move(*files));
 }
 

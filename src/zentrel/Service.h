@@ -61,8 +61,9 @@ public:
     // The site's root first, then in byte order of their paths; empty when there is no such site.
     Result<std::vector<VirtualDir>> VirtualDirs(std::uint32_t site) const;
 
-    // Deletes one cached URL with all its variants. FileNotFound when the path is no entry.
-    Done DeleteEntry(std::string_view path);
+    // Deletes one cached URL with all its variants. FileNotFound when the path is no entry. gone: told once
+    // the entry went, which an error over its cached files no longer changes; with the service locked.
+    Done DeleteEntry(std::string_view path, const std::function<void()>& gone = {});
     // Deletes every entry at and below a path, sites and virtual directories themselves stay. Readers see all
     // of them or none: they go in one step, and then their records and files are freed, other operations
     // getting their turn in between. What a request caches meanwhile stays.

@@ -21,16 +21,18 @@ TEST_F(AuditTrail, ADeletionsLineTellsWhatWentAndHowItEnded)
 {
     Start();
     const auto stub = Connect(kAdmins);
-    const auto line = [this](const std::string& folder, const std::string& outcome) {
-        return "who=\"uid " + std::to_string(getuid()) +
-               "\" from=\"unix:\" role=admin what=DeleteTree path=\"" + m_root + folder +
-               "\" deleted=" + outcome;
+    const auto line = [this](const std::string& folder, const std::string& outcome,
+                             const std::string& what = "DeleteTree") {
+        return "who=\"uid " + std::to_string(getuid()) + "\" from=\"unix:\" role=admin what=" + what +
+               " path=\"" + m_root + folder + "\" deleted=" + outcome;
     };
-    // One cached file cannot be removed.
-    std::filesystem::create_directories(service->Cache().Root() /
-                                        zentrel::CachedFile{3, zentrel::Encoding::Gzip, 0}.Path());
+    // Two cached files cannot be removed.
+    for (const std::uint32_t id : {3, 4})
+        std::filesystem::create_directories(service->Cache().Root() /
+                                            zentrel::CachedFile{id, zentrel::Encoding::Gzip, 0}.Path());
     const auto code = DeleteTree(*stub, m_root + "/dir0");
     EXPECT_NE(code, 0U);
+    EXPECT_EQ(Ask(*stub, &Stub::DeleteEntry, Key(m_root + "/dir1/page4")), code);
     // Two clients leave while a deletion takes long: one whose turn it was, one that was behind it.
     const auto hold = [&](std::uint64_t) {
         std::vector<std::thread> clients(2);
@@ -47,11 +49,12 @@ TEST_F(AuditTrail, ADeletionsLineTellsWhatWentAndHowItEnded)
         std::this_thread::sleep_for(std::chrono::milliseconds(100));  // until the server knows
         return true;
     };
-    EXPECT_EQ(service->DeleteTree(m_root + "/dir1", hold).value(), 10U);
-    for (int i = 0; i < 200 && Audit().size() < 3; ++i)
+    EXPECT_EQ(service->DeleteTree(m_root + "/dir1", hold).value(), 9U);
+    for (int i = 0; i < 200 && Audit().size() < 4; ++i)
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    const auto failed = " outcome=failed error=" + std::to_string(code);
     EXPECT_EQ(Audit(),
-              (std::vector{line("/dir0", "10 outcome=failed error=" + std::to_string(code)),
+              (std::vector{line("/dir0", "10" + failed), line("/dir1/page4", "1" + failed, "DeleteEntry"),
                            line("/dir2", "10 outcome=done"), line("/dir2", "0 outcome=failed error=1223")}));
 
     // What went was not refused, even if the server was refused a file.

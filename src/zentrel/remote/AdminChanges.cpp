@@ -33,10 +33,11 @@ Role LeastRoleForTree(std::string_view path)
 
 Result<v1::DeleteProgress> DeleteEntry(AdminCore& core, const Caller& caller, const v1::KeyRequest& request)
 {
-    auto outcome = Allow(caller, Role::Operator);
-    if (outcome) outcome = core.service->DeleteEntry(request.path());
-    core.audit->Write(caller, {"DeleteEntry", request.path(), outcome ? 1U : 0U, outcome});
-    if (!outcome) return Fail(outcome.error());
+    AuditEntry entry{"DeleteEntry", request.path(), 0, Allow(caller, Role::Operator)};
+    if (entry.outcome)
+        entry.outcome = core.service->DeleteEntry(request.path(), [&entry] { entry.count = 1; });
+    core.audit->Write(caller, entry);
+    if (!entry.outcome) return Fail(entry.outcome.error());
     v1::DeleteProgress reply;
     reply.set_deleted(1);
     reply.set_is_done(true);
