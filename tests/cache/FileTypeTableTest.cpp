@@ -22,21 +22,14 @@ TEST(FileTypeTable, TypesKeepTheOrderOfTheirFirstMeetingWhateverTheirCase)
 TEST(FileTypeTable, ANewTypeHasOnlyItsExtensionSetAndStaysInPlace)
 {
     FileTypeTable table;
-    const FileInfo* first = &table.Find("GIF");
+    auto* const first = &table.Find("GIF");
     FileInfo expected;
     expected.Extension = "gif";
     EXPECT_EQ(*first, expected);
     for (int i = 0; i < 5000; ++i) table.Find("x" + std::to_string(i));
     EXPECT_EQ(&table.Find("gif"), first);
-    EXPECT_EQ(table.size(), 5001U);
-}
-
-TEST(FileTypeTable, ClearForgetsTheTypeOfTheLastLookupToo)
-{
-    FileTypeTable table;
-    table.Find("gif").Count = 7;
+    first->Count = 7;
     table.Clear();
     EXPECT_EQ(table.size(), 0U);
-    EXPECT_EQ(table.Find("gif").Count, 0);
-    EXPECT_EQ(table.size(), 1U);
+    EXPECT_EQ(table.Find("gif").Count, 0) << "also the type of the last lookup is forgotten";
 }

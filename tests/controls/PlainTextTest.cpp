@@ -1,7 +1,12 @@
 #include "controls/PlainText.h"
 
+#include "controls/PlainLabel.h"
+
 #include <gtest/gtest.h>
 
+#include <QImage>
+
+#include <algorithm>
 #include <string>
 
 namespace {
@@ -40,6 +45,28 @@ TEST(PlainLines, KeepsLineBreaksAlone)
 {
     EXPECT_EQ(PlainLines("one\r\ntwo\n\n<i>\rx"), QString::fromUtf16(u"one\ntwo\n\n<i>\u240Dx"));
     EXPECT_EQ(PlainLines(""), QString());
+}
+
+TEST(PlainLabel, BlanksInFrontAreAGapOnTheSideWhereTheTextBegins)
+{
+    PlainLabel label(u"label"_qs, u"meaning"_qs, nullptr);
+    label.ShowText("   H");
+    label.resize(100, 20);
+    const int gap = label.fontMetrics().horizontalAdvance(u"   "_qs);
+    for (const auto direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+        label.setLayoutDirection(direction);
+        const auto drawn = label.grab().toImage();
+        int first = drawn.width(), last = -1;
+        for (int x = 0; x < drawn.width(); ++x) {
+            for (int y = 0; y < drawn.height(); ++y) {
+                if (drawn.pixel(x, y) == drawn.pixel(50, 0)) continue;
+                first = std::min(first, x);
+                last = x;
+            }
+        }
+        const int before = direction == Qt::LeftToRight ? first : drawn.width() - 1 - last;
+        EXPECT_NEAR(before, gap, 3) << direction;
+    }
 }
 
 }  // namespace

@@ -8,21 +8,6 @@
 
 namespace {
 
-TEST(PropertyBag, LeavesDefaultsOut)
-{
-    PropertyBag bag;
-    bag.WriteInt("Size", 50, 50);
-    bag.WriteText("Name", "", "");
-    EXPECT_EQ(bag.Count(), 0U);
-    bag.WriteInt("Size", 51, 50);
-    bag.WriteColor("Color", 0x8000000F, 0);
-    EXPECT_EQ(bag.ReadInt("Size", 50), 51);
-    EXPECT_EQ(bag.ReadColor("Color", 0), 0x8000000FU);
-    EXPECT_EQ(bag.ReadText("Name", "none"), "none");
-    bag.WriteInt("Size", 50, 50);
-    EXPECT_FALSE(bag.Contains("Size"));
-}
-
 TEST(PropertyBag, ReadsOneKindAsAnother)
 {
     PropertyBag bag;
@@ -38,6 +23,8 @@ TEST(PropertyBag, ReadsOneKindAsAnother)
     EXPECT_EQ(bag.ReadInt("text", 9), 9);
     EXPECT_EQ(bag.ReadFloat("yes", 9), 1);
     EXPECT_EQ(bag.ReadText("yes", "no text"), "no text");
+    bag.WriteBool("yes", false, false);
+    EXPECT_FALSE(bag.Contains("yes")) << "the default takes it out again";
 }
 
 TEST(SystemColors, FollowThePalette)

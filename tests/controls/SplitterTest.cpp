@@ -1,4 +1,5 @@
 #include "controls/PaneFocus.h"
+#include "controls/PropertyBag.h"
 #include "controls/Splitter.h"
 
 #include <gtest/gtest.h>
@@ -10,7 +11,8 @@
 #include <QTest>
 #include <QVBoxLayout>
 
-#include <memory>
+#include <functional>
+#include <limits>
 
 namespace {
 
@@ -21,8 +23,10 @@ public:
     {
         ++layouts;
         Splitter::Place(layout);
+        if (onPlace) onPlace();
     }
     int layouts = 0;
+    std::function<void()> onPlace;
 };
 
 // outer { left, inner { top, bottom } } at 96 pixels an inch, so that a twip is a fifteenth of a pixel.
@@ -62,19 +66,107 @@ protected:
     QLineEdit* const bottom = new QLineEdit(inner);
 };
 
+TEST_F(SplitterTest, LimitsWhatIsSet)
+{
+    using Limits = std::numeric_limits<std::int32_t>;
+    const auto sized = [&](std::int32_t size, int width) {
+        outer->resize(width, 9);
+        outer->SetSplitterSize(size);
+        return outer->SplitterSize();
+    };
+    EXPECT_EQ(sized(0, 10), 1);
+    EXPECT_EQ(sized(149, 10), 149);
+    EXPECT_EQ(sized(Limits::max(), 10), 149);
+    EXPECT_EQ(sized(60, 0), 1);
+
+    outer->SetSplitterPosMin(120);
+    EXPECT_EQ(outer->SplitterPosMin(), 100);
+    outer->SetSplitterPosMin(40);
+    outer->SetSplitterPosMax(-5);
+    EXPECT_EQ(outer->SplitterPosMax(), 40);
+    outer->SetSplitterPos(Limits::min());
+    EXPECT_EQ(outer->SplitterPos(), 40);
+    outer->SetVisiblePanes(7);
+    EXPECT_EQ(outer->VisiblePanes(), 0);
+}
+
+TEST_F(SplitterTest, LaysOutAndMarksOnlyOnAChange)
+{
+    outer->layouts = 0;
+    outer->SetSplitterPos(50);
+    outer->SetOrientation(0);
+    EXPECT_EQ(outer->layouts, 0);
+    EXPECT_FALSE(outer->IsChanged("SplitterPos"));
+    outer->SetOrientation(1);
+    EXPECT_EQ(outer->layouts, 1);
+    outer->SetBackColor(255);
+    outer->SetSplitterColor(255);
+    EXPECT_EQ(outer->layouts, 1);
+    outer->SetSplitterPosMax(30);
+    EXPECT_TRUE(outer->IsChanged("SplitterPos")) << "the layout's limit marks it";
+    outer->onPlace = [this] { outer->Refresh(); };
+    outer->Refresh();
+    EXPECT_LT(outer->layouts, 10) << "a control that always asks for a layout";
+}
+
+TEST_F(SplitterTest, KeepsWhatDiffersFromTheDefaults)
+{
+    PropertyBag bag, saved;
+    Splitter(QStringLiteral("fresh")).Save(bag);
+    EXPECT_EQ(bag.Count(), 0U);
+
+    bag.WriteInt("Orientation", 1, 0);
+    bag.WriteInt("SplitterPos", 10, 50);
+    bag.WriteInt("SplitterPosMin", 40, 0);
+    bag.WriteColor("BackColor", 0x80000005, 0);
+    bag.WriteText("PaneControl(1)", "files", "");
+    bag.WriteText("PaneControl(2)", "inner", "");
+    outer->Load(bag);
+    EXPECT_EQ(outer->SplitterPos(), 40);
+    EXPECT_FALSE(outer->IsChanged("Orientation"));
+    EXPECT_TRUE(outer->IsChanged("SplitterPos"));
+    outer->hide();
+    auto* const files = new QLineEdit(outer);
+    files->setObjectName(QStringLiteral("files"));
+    outer->show();
+    EXPECT_EQ(outer->LeftOrTopCtl(), files);
+
+    outer->Save(saved);
+    EXPECT_EQ(saved.Count(), 6U);
+    EXPECT_EQ(saved.ReadFloat("SplitterPos", 0), 40);
+    EXPECT_EQ(saved.ReadText("PaneControl(2)", ""), "inner");
+}
+
+TEST_F(SplitterTest, BindsContainedControlsOnly)
+{
+    EXPECT_EQ(outer->Controls(0).error().code, 9U);
+    EXPECT_EQ(outer->SetControls(3, nullptr).error().code, 9U);
+    EXPECT_TRUE(outer->IsChanged("LeftOrTopCtl"));
+    const auto refused = outer->SetLeftOrTopCtl(top);
+    ASSERT_FALSE(refused);
+    EXPECT_EQ(refused.error().code, 0x800403E8U);
+    EXPECT_EQ(refused.error().source, "Splitter Control");
+    EXPECT_EQ(refused.error().description, "The control must be contained in the Splitter");
+    EXPECT_EQ(*outer->Controls(1), left);
+
+    auto* const twin = new QLineEdit(outer);
+    for (auto* const one : {left, twin}) one->setObjectName(QStringLiteral("twin"));
+    outer->Panes().Item(1)->SetControlName("twin");
+    window.hide();
+    window.show();
+    EXPECT_EQ(outer->LeftOrTopCtl(), twin) << "of two with the name the last";
+    delete twin;
+    EXPECT_TRUE(outer->Panes().Item(1)->ControlName().empty());
+}
+
 TEST_F(SplitterTest, PlacesItsControlsSideBySide)
 {
     const auto pieces = [&] { return QList{left->geometry(), outer->Bar()->geometry(), inner->geometry()}; };
     EXPECT_EQ(pieces(), (QList{QRect(0, 0, 200, 203), QRect(200, 0, 3, 203), QRect(203, 0, 200, 203)}));
+    EXPECT_EQ(top->geometry(), QRect(0, 0, 200, 100));
+    EXPECT_EQ(bottom->geometry(), QRect(0, 103, 200, 100));
     outer->setLayoutDirection(Qt::RightToLeft);
     EXPECT_EQ(pieces(), (QList{QRect(203, 0, 200, 203), QRect(200, 0, 3, 203), QRect(0, 0, 200, 203)}));
-    outer->setLayoutDirection(Qt::LeftToRight);
-    for (int width = 0; width < 200; ++width) {
-        Resize({width, 20});
-        const auto all = pieces();
-        EXPECT_TRUE(width < 4 || (all[0].right() + 1 == all[1].left() && all[1].right() + 1 == all[2].left()))
-            << width;
-    }
 }
 
 TEST_F(SplitterTest, SurvivesAnySizeAndLaysEachLevelOutOnce)
@@ -86,9 +178,17 @@ TEST_F(SplitterTest, SurvivesAnySizeAndLaysEachLevelOutOnce)
         ASSERT_LE(inner->layouts, i);
         for (const auto* const piece : {left, top, bottom})
             EXPECT_TRUE(piece->width() >= 0 && piece->height() >= 0);
+        const auto bar = outer->Bar()->geometry();
+        EXPECT_TRUE(outer->width() < 4 || left->geometry().right() + 1 == bar.left()) << outer->width();
+        EXPECT_TRUE(outer->width() < 4 || bar.right() + 1 == inner->x()) << outer->width();
     }
     EXPECT_GT(inner->layouts, 9'000);
     Resize({1, 1});
+    Mouse(QEvent::MouseButtonPress, outer->Bar(), 0);
+    Mouse(QEvent::MouseMove, outer->Bar(), 10);
+    Mouse(QEvent::MouseButtonRelease, outer->Bar(), 10);
+    EXPECT_EQ(outer->SplitterPos(), 50) << "without a free length there is no position";
+    EXPECT_TRUE(outer->Bar()->geometry().contains(outer->rect())) << "thinner than its bar";
     outer->SetVisiblePanes(2);
     EXPECT_EQ(inner->geometry(), QRect(0, 0, 1, 1));
     EXPECT_FALSE(outer->Bar()->isVisible());
@@ -102,6 +202,7 @@ TEST_F(SplitterTest, IsDraggedByItsBar)
     auto* const bar = outer->Bar();
     QSignalSpy begun(outer, &Splitter::SplitBegin), completed(outer, &Splitter::SplitComplete);
     const auto atRest = bar->grab().toImage().pixelColor(1, 1);
+    outer->SetSplitterPosMin(10);
     Mouse(QEvent::MouseButtonPress, bar, 0);
     EXPECT_EQ(begun.count(), 1);
     EXPECT_NE(bar->grab().toImage().pixelColor(1, 1), atRest);
@@ -110,8 +211,8 @@ TEST_F(SplitterTest, IsDraggedByItsBar)
     EXPECT_EQ(bar->x(), 120);
     EXPECT_EQ(left->width(), 200);
     Mouse(QEvent::MouseMove, bar, -5000);
-    EXPECT_EQ(bar->x(), 0);
-    Mouse(QEvent::MouseMove, bar, 100);
+    EXPECT_EQ(bar->x(), 40);
+    Mouse(QEvent::MouseMove, bar, 60);
     Mouse(QEvent::MouseButtonRelease, bar, 0);
     EXPECT_EQ(left->width(), 100);
     EXPECT_EQ(completed.count(), 1);
@@ -148,6 +249,10 @@ TEST_F(SplitterTest, EndsADragThatIsTakenBackOrCutShort)
     outer->SetVisiblePanes(1);
     EXPECT_FALSE(outer->IsDragging());
     outer->SetVisiblePanes(0);
+    Mouse(QEvent::MouseButtonPress, bar, 0);
+    outer->SetEnabled(false);
+    EXPECT_FALSE(outer->IsDragging());
+    outer->SetEnabled(true);
     Mouse(QEvent::MouseButtonPress, bar, 0);
     delete outer;
     QTest::keyClick(&window, Qt::Key_Escape);
@@ -197,8 +302,6 @@ TEST_F(SplitterTest, LetsControlsGoAtAnyTime)
     bottom->setParent(&window);
     EXPECT_EQ(outer->Panes().FindChildControl(bottom), nullptr);
     EXPECT_FALSE(inner->SetControls(2, bottom));
-    left->setObjectName(QStringLiteral("named"));
-    outer->Panes().Item(1)->SetControlName("named");
     delete inner;
     EXPECT_EQ(outer->Panes().Item(2)->Child(), nullptr);
     Resize({300, 100});
@@ -306,6 +409,23 @@ TEST_F(SplitterTest, ShowsItsOwnCursors)
     EXPECT_EQ(westEast.hotSpot(), QPoint(16, 16));
     outer->SetOrientation(1);
     EXPECT_NE(outer->Bar()->cursor().pixmap().toImage(), westEast.pixmap().toImage());
+}
+
+TEST(SplitterLayout, SharesARoundedPercentage)
+{
+    const struct {
+        std::int64_t freeLength;
+        double percent;
+        std::int64_t share;
+    } cases[] = {
+        {950, 50, 475}, {2469, 0.5, 12}, {2471, 0.5, 12}, {997, 33, 329},
+        {-35, 50, -17}, {-1, 50, 0},     {0, 100, 0},     {2'000'000'000, 100, 2'000'000'000},
+    };
+    for (const auto& one : cases)
+        EXPECT_EQ(ShareOf(one.freeLength, one.percent), one.share) << one.freeLength << " " << one.percent;
+    EXPECT_EQ(ShareOf(6175, 20), 1235);
+    EXPECT_EQ(ShareOf(3, 411.5), 12);  // 1234.5 is a tie
+    EXPECT_EQ(ShareOf(1, 1299.5), 13) << "1299.5 is a tie that goes up";
 }
 
 }  // namespace

@@ -51,14 +51,12 @@ TEST(modWndProc, StandsBeforeAWindowUntilItIsTakenAway)
     EXPECT_EQ(Send(window), 1);
     passes = true;
     EXPECT_EQ(Send(window), 2) << "once, not twice";
-    EXPECT_EQ(firstCalls, 3);
 
     EXPECT_TRUE(modWndProc::Unsubclass(&window));
     EXPECT_FALSE(modWndProc::Unsubclass(&window));
     EXPECT_TRUE(window.dynamicPropertyNames().isEmpty());
     EXPECT_EQ(Send(window), 3);
-    EXPECT_EQ(firstCalls, 3);
-    EXPECT_EQ(secondCalls, 0);
+    EXPECT_TRUE(firstCalls == 3 && secondCalls == 0);
 }
 
 TEST(modWndProc, RefusesWithError601)
@@ -95,14 +93,12 @@ TEST(modWndProc, EndsWithItsWindowOrInItsOwnProcedure)
     }));
     EXPECT_EQ(Send(*window), 0);
     EXPECT_EQ(Send(*window), 1);
-    auto* const doomed = window.get();
-    ASSERT_TRUE(modWndProc::Subclass(doomed, [&](QWidget*, QEvent* m) {
-        if (m->type() != kMessage) return false;
-        window.reset();
-        return true;
+    ASSERT_TRUE(modWndProc::Subclass(window.get(), [&](QWidget*, QEvent* m) {
+        if (m->type() == kMessage) window.reset();
+        return m->type() == kMessage;
     }));
     QEvent message(kMessage);
-    QCoreApplication::sendEvent(doomed, &message);
+    QCoreApplication::sendEvent(window.get(), &message);
     EXPECT_FALSE(window);
 }
 

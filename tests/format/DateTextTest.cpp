@@ -2,9 +2,11 @@
 
 #include "format/CivilDate.h"
 #include "format/Show.h"
+#include "format/TimeSpanText.h"
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <cmath>
 #include <cstdio>
 
@@ -55,21 +57,16 @@ TEST(DateText, LosesNoMinuteToBinaryFractions)
 
 TEST(DateText, CountsEveryDayOfFourHundredYears)
 {
-    CivilDate last = ToCivilTime({-kDaysFrom1601 - 366})->date;  // 1600-01-01, a Saturday
-    EXPECT_EQ(last.year * 10000 + last.month * 100 + last.day, 16000101);
-    EXPECT_EQ(last.weekday, 6);
-    for (int day = 1; day <= 146097; ++day) {
-        const CivilDate date = ToCivilTime({-kDaysFrom1601 - 366 + day})->date;
-        const bool leap = last.year % 4 == 0 && (last.year % 100 != 0 || last.year % 400 == 0);
-        const bool shortMonth = last.month == 4 || last.month == 6 || last.month == 9 || last.month == 11;
-        const int length = last.month == 2 ? (leap ? 29 : 28) : shortMonth ? 30 : 31;
-        const bool newMonth = last.day == length;
-        const bool newYear = newMonth && last.month == 12;
-        ASSERT_EQ(date.day, newMonth ? 1 : last.day + 1);
-        ASSERT_EQ(date.month, newYear ? 1 : last.month + (newMonth ? 1 : 0));
-        ASSERT_EQ(date.year, last.year + (newYear ? 1 : 0));
-        ASSERT_EQ(date.weekday, (last.weekday + 1) % 7);
-        last = date;
+    using namespace std::chrono;
+    const sys_days first = year(1600) / 1 / 1;
+    for (auto day = first; day < first + years(400); day += days(1)) {
+        const year_month_day expected = day;
+        const auto sinceEpoch = static_cast<double>((day - first).count()) - kDaysFrom1601 - 366;
+        const CivilDate date = ToCivilTime({sinceEpoch})->date;
+        ASSERT_EQ(date.year, int(expected.year()));
+        ASSERT_EQ(date.month, static_cast<int>(unsigned(expected.month())));
+        ASSERT_EQ(date.day, static_cast<int>(unsigned(expected.day())));
+        ASSERT_EQ(date.weekday, static_cast<int>(weekday(day).c_encoding()));
     }
 }
 
@@ -81,6 +78,20 @@ TEST(DateText, FollowsTheUsersPatternOrFallsBackToIso)
     EXPECT_EQ(InPattern("%a %A, %b %h %B 100%%"), "Mon Monday, Mar Mar March 100%");
     EXPECT_EQ(InPattern("%Y\u5E74%m\u6708%d\u65E5"), "2007\u5E7403\u670805\u65E5");
     for (const auto unknown : {"%x", "%d %Q", "%d %", "%-", ""}) EXPECT_EQ(InPattern(unknown), "2007-03-05");
+}
+
+TEST(TimeSpanText, ShowsHoursMinutesSecondsMilliseconds)
+{
+    const auto spans = [](std::initializer_list<double> values) {
+        return Show(values, [](double ticks) { return FormatTimeSpan(ticks, {}); });
+    };
+    EXPECT_EQ(spans({0, 9999, 10000, 12345678}), "0:00:00.000 | 0:00:00.000 | 0:00:00.001 | 0:00:01.234");
+    EXPECT_EQ(spans({599999999, 36000000000, 864000000000}), "0:00:59.999 | 1:00:00.000 | 24:00:00.000");
+    EXPECT_EQ(spans({18446744073709551615.0, 0x1p31 * 36e9}), "512409557:36:10.955 | 1:00:00.000");
+    EXPECT_EQ(spans({-12345678, -9999}), "-0:00:01.234 | 0:00:00.000");
+    EXPECT_EQ(spans({INFINITY, -INFINITY, NAN}), "Infinity | -Infinity | NaN");
+    EXPECT_LT(FormatTimeSpan(1e308, {}).size(), 24U);
+    EXPECT_EQ(FormatTimeSpan(36012345678, CommaLocale()), "1:00:01,234");
 }
 
 }  // namespace

@@ -24,7 +24,6 @@ TEST(FormatValue, ShowsFloatingPointByKindAndZeroAsNothing)
     EXPECT_EQ(In("Percent", {0.25, 0.4567F, 0.0F, -0.0, double{NAN}}), "25.00% | 45.67% |  |  | NaN");
     EXPECT_EQ(In("TimeSpan", {12345678.0, 10000.0F, 0.0}), "0:00:01.234 | 0:00:00.001 | ");
     EXPECT_EQ(In("0.##%", {0.45F, 0.0F}), "45% | 0%");
-    EXPECT_EQ(In("Fixed", {0.0}), "0.00");
     EXPECT_EQ(In("Short Date", {36585.25}), "2000-02-29");
     EXPECT_EQ(In("Short Time", {36585.25}), "06:00");
     EXPECT_EQ(In("percent", {0.25}), "0.25");  // kinds are exact words; this is a picture without a digit
@@ -45,7 +44,6 @@ TEST(FormatValue, ShowsIntegersPlainOrInAPicture)
     EXPECT_EQ(In("Percent", {0, Long{1}}), "0.00% | 100.00%");
     EXPECT_EQ(In("Fixed", {0}), "0.00");
     EXPECT_EQ(In("Short Date", {0}), "1899-12-30");
-    EXPECT_EQ(In("000", {7}), "007");
     EXPECT_EQ(In("Number", {7}), "7");
 }
 
@@ -61,7 +59,6 @@ TEST(FormatValue, WritesAndReadsTheUsersSeparators)
 {
     EXPECT_EQ(In("", {3.5, DateTime{36585.25}}, CommaLocale()), "3,50 | 29.02.2000 06.00");
     EXPECT_EQ(In("Percent", {0.25, Text("0,25")}, CommaLocale()), "25,00% | 25,00%");
-    EXPECT_EQ(In("Large", {1536.0}, CommaLocale()), "1,50 KiB");
     EXPECT_EQ(In("Fixed", {Text("1,5"), Text("1.5")}, CommaLocale()), "1,50 | 1.5");
 }
 

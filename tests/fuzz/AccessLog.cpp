@@ -37,7 +37,7 @@ void RequirePrintable(std::string_view text)
 
 void AccessLog(Input bytes)
 {
-    const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+    const auto text = TextOf(bytes);
     RequirePrintable(text);
     const auto line = zentrel::ParseLogLine(text);
     if (line.kind != Kind::Malformed) {

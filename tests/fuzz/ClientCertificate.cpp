@@ -28,7 +28,7 @@ void RequireGoodClient(std::string_view pem)
 // Input: a certificate without its wrapping, or any text.
 void ClientCertificate(Input bytes)
 {
-    RequireGoodClient({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
+    RequireGoodClient(TextOf(bytes));
     std::string lines(4 * (bytes.size() / 3 + 1) + 1, '\0');
     const auto* const raw = reinterpret_cast<const unsigned char*>(bytes.data());
     auto* const out = reinterpret_cast<unsigned char*>(lines.data());

@@ -28,7 +28,7 @@ void RequireAscending(int& last, int line)
 
 void Config(Input bytes)
 {
-    const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+    const auto text = TextOf(bytes);
     const auto sections = zentrel::ParseConfig(text);
     if (!sections) return Require(sections.error().description.starts_with("line "), "a fault has a line");
     Require(!sections->empty() && sections->front().kind.empty(), "what has no heading comes first");

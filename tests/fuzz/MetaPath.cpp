@@ -1,5 +1,4 @@
 #include "cache/FileInfo.h"
-#include "cache/FileTypeTable.h"
 #include "fuzz/Targets.h"
 #include "zentrel/LittleEndian.h"
 
@@ -12,29 +11,18 @@ namespace fuzz {
 namespace {
 
 // A second, plain way to take paths apart, which the fast one must agree with.
-using Pieces = std::vector<std::string>;
-
-Pieces Split(std::string_view text, std::size_t most)
+std::vector<std::size_t> EndsOfSegments(std::string_view path)
 {
-    Pieces pieces;
-    for (auto slash = text.find('/'); slash != text.npos && pieces.size() + 1 < most;
-         slash = text.find('/')) {
-        pieces.emplace_back(text.substr(0, slash));
-        text.remove_prefix(slash + 1);
-    }
-    pieces.emplace_back(text);
-    return pieces;
+    std::vector<std::size_t> ends;
+    for (std::size_t i = 0; i < path.size(); ++i)
+        if (path[i] == '/') ends.push_back(i);
+    ends.push_back(path.size());
+    return ends;
 }
 
-std::string Join(const Pieces& pieces, std::size_t count)
+std::string Backslashed(std::string_view path)
 {
-    std::string text = pieces.at(0);
-    for (std::size_t i = 1; i < count; ++i) text += "/" + pieces.at(i);
-    return text;
-}
-
-std::string Backslashed(std::string text)
-{
+    std::string text(path);
     std::replace(text.begin(), text.end(), '/', '\\');
     return text;
 }
@@ -59,38 +47,37 @@ private:
 
 std::string PlainPhysicalPath(std::string_view path, VirtualRootReader& reader)
 {
-    const auto segments = Split(path, path.npos);
-    for (std::size_t i = segments.size() - 1; i >= 2 && i < segments.size(); --i) {
-        auto physical = Backslashed(std::string(reader.VirtualRoot(Join(segments, i + 1))));
+    const auto ends = EndsOfSegments(path);
+    for (std::size_t i = ends.size(); i-- > 2;) {
+        auto physical = Backslashed(reader.VirtualRoot(path.substr(0, ends[i])));
         if (physical.empty()) continue;
         if (physical.back() == '\\') physical.pop_back();
-        const auto pieces = Split(path, i + 2);
-        return pieces.size() < 5 ? physical : physical + "\\" + Backslashed(pieces.back());
+        const auto last = i + 1 == ends.size() ? i : i + 1;  // what is not of the key, at least its name
+        return last < 4 ? physical : physical + '\\' + Backslashed(path.substr(ends[last - 1] + 1));
     }
     return {};
 }
 
-void RequireUrlParts(const FileInfo& info, std::string_view path, std::size_t pieces)
+// least: the number of segments that a URL needs.
+void RequireUrlParts(const FileInfo& info, std::string_view path, std::size_t least)
 {
-    const auto parts = Split(path, pieces);
-    const auto all = Split(path, path.npos);
-    Require(info.FilePath == (parts.size() == pieces ? "/" + parts.back() : "/"),
-            "the URL path is the last piece");
-    Require(info.FileName == (all.size() >= pieces ? all.back() : ""), "the name is the last segment");
+    const auto ends = EndsOfSegments(path);
+    const bool isUrl = ends.size() >= least;
+    const auto url = isUrl ? path.substr(ends[least - 2]) : "/";
+    Require(info.FilePath == url, "the URL path is the last piece");
+    Require(info.FileName == (isUrl ? path.substr(ends[ends.size() - 2] + 1) : ""),
+            "the name is the last segment");
 }
 
+// The folder holds 256 ids; both are told in hexadecimal, an id below 0 by its two's complement.
 void RequireCacheFile(FileInfo info, std::int32_t id)
 {
     info.CacheID = id;
     info.CacheExt = ".gzip";
-    const auto path = info.CacheFilePath();
-    if (id == 0) return Require(path.empty(), "no cache id, no file");
-    const auto slash = path.find('\\');
-    const auto folder = static_cast<std::uint32_t>(std::stoul(path.substr(0, slash), nullptr, 16));
-    const auto name = static_cast<std::uint32_t>(std::stoul(path.substr(slash + 1), nullptr, 16));
-    Require(static_cast<std::int32_t>(name) == id, "the file is named after its id");
-    Require(static_cast<std::int32_t>(folder) == id / 256, "the folder holds 256 ids");
-    Require(path.ends_with(".gzip"), "the extension comes last");
+    char path[32];
+    std::snprintf(path, sizeof path, "%X\\%X.gzip", static_cast<unsigned>(id / 256),
+                  static_cast<unsigned>(id));
+    Require(info.CacheFilePath() == (id == 0 ? "" : path), "the file is named after its id");
 }
 
 }  // namespace
@@ -101,7 +88,7 @@ void MetaPath(Input bytes)
     if (bytes.size() < 5) return;
     const auto level = static_cast<std::ptrdiff_t>(bytes[0]);
     const auto id = zentrel::LoadLittle<std::int32_t>(bytes.data() + 1);
-    const std::string_view text(reinterpret_cast<const char*>(bytes.data()) + 5, bytes.size() - 5);
+    const auto text = TextOf(bytes.subspan(5));
     const auto path = text.substr(0, text.find('\0'));
     const auto folder = text.substr(std::min(path.size() + 1, text.size()));
 
@@ -119,13 +106,6 @@ void MetaPath(Input bytes)
     again.SetMetaPath(path, info.RootMatch());
     Require(again == info, "a found match serves as well as a search");
     Require(FindVirtualRoot(stored, plain) == info.RootMatch(), "the match alone is found as well");
-
-    FileTypeTable types;
-    auto& type = types.Find(info.Extension);
-    const auto dot = stored.rfind('.');
-    const auto raw = dot == stored.npos ? std::string_view{} : stored.substr(dot + 1);
-    Require(type.Extension == info.Extension, "an extension is its own key");
-    Require(&types.Find(raw) == &type, "case makes no other type");
 
     info.SetRelPath(path);
     RequireUrlParts(info, path, 3);

@@ -9,7 +9,7 @@ namespace fuzz {
 void MetricsRequest(Input bytes)
 {
     using Asked = zentrel::MetricsRequest;
-    const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+    const auto text = TextOf(bytes);
     const auto asked = zentrel::ReadMetricsRequest(text);
     if (asked == Asked::Unfinished)
         return Require(text.size() < zentrel::kLongestMetricsRequest, "a request ends or is too long");

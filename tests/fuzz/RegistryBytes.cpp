@@ -34,16 +34,6 @@ void RequireTexts(std::span<const std::uint8_t> bytes)
             "joined texts come apart as they were");
 }
 
-void RequireKind(std::uint32_t type, std::size_t size, const RegistryValue& value)
-{
-    std::size_t kind = 0;  // which of the variant's
-    if ((type == kRegSz || type == kRegExpandSz) && size > 0) kind = 1;
-    if (type == kRegDword && size >= 4) kind = 2;
-    if (type == kRegBinary) kind = 3;
-    if (type == kRegMultiSz && size > 0) kind = 4;
-    Require(value.index() == kind, "the stored type gives the kind of the value");
-}
-
 }  // namespace
 
 void RegistryBytes(Input bytes)
@@ -58,7 +48,6 @@ void RegistryBytes(Input bytes)
     Registry registry(store);
     registry.hKey = kCurrentUser;
     const auto read = registry.GetRegistryValue(kName);
-    RequireKind(type, value.size(), read);
     const auto listed = registry.EnumRegistryValues(kCurrentUser, "");
     Require(listed.size() == 1 && listed[0].first == kName, "the value is listed once");
 

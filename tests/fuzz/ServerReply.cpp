@@ -114,7 +114,7 @@ void ServerReply(Input input)
     if (input.size() < 2) return;
     const auto mode = std::to_integer<int>(input[0]);
     const auto detail = std::to_integer<std::size_t>(input[1]);
-    const std::string_view bytes(reinterpret_cast<const char*>(input.data()) + 2, input.size() - 2);
+    const auto bytes = TextOf(input.subspan(2));
     switch (mode % 4) {
     case 0: return WalkRows(bytes, 1 + detail * 16, false);
     case 1: return WalkRows(bytes, 1 + detail * 16, true);

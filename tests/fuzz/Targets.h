@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <span>
+#include <string_view>
 
 // What each fuzz program does with one input. The same functions replay the corpus in the ordinary tests.
 // A broken promise aborts.
@@ -22,6 +23,11 @@ void Config(Input bytes);
 void MetricsRequest(Input bytes);
 void ClientCertificate(Input bytes);
 void ServerReply(Input bytes);
+
+inline std::string_view TextOf(Input bytes)
+{
+    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
 
 inline void Require(bool holds, const char* promise)
 {

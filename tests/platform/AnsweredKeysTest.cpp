@@ -79,23 +79,19 @@ TEST(SystemInformation, IsTheFirstKnownProgramInTheFoldersOfPath)
         if (isProgram) std::filesystem::permissions(file, std::filesystem::perms::owner_all);
         return file;
     };
-    const char* const path = std::getenv("PATH");
-    const std::string before = path == nullptr ? "" : path;
-    setenv("PATH",
-           (rig.Folder().string() + "/none::." + ":" + rig.Folder().string() + "/a:" + rig.Folder().string() +
-            "/b")
-               .c_str(),
-           1);
-    EXPECT_EQ(SystemInformationProgram(), "");
-    std::filesystem::create_directories(rig.Folder() / "a" / "kinfocenter");
-    put("a/hardinfo2", false);
-    const auto late = put("b/hardinfo", true);
-    EXPECT_EQ(SystemInformationProgram(), late);
-    const auto early = put("b/hardinfo2", true);
-    EXPECT_EQ(SystemInformationProgram(), early);
-    unsetenv("PATH");
-    EXPECT_EQ(SystemInformationProgram(), "");
-    setenv("PATH", before.c_str(), 1);
+    const auto folder = rig.Folder().string();
+    EXPECT_TRUE(EndsWell(StartChild([&] {
+        setenv("PATH", (folder + "/none::." + ":" + folder + "/a:" + folder + "/b").c_str(), 1);
+        EXPECT_EQ(SystemInformationProgram(), "");
+        std::filesystem::create_directories(rig.Folder() / "a" / "kinfocenter");
+        put("a/hardinfo2", false);
+        const auto late = put("b/hardinfo", true);
+        EXPECT_EQ(SystemInformationProgram(), late);
+        const auto early = put("b/hardinfo2", true);
+        EXPECT_EQ(SystemInformationProgram(), early);
+        unsetenv("PATH");
+        EXPECT_EQ(SystemInformationProgram(), "");
+    })));
 }
 
 }  // namespace

@@ -63,6 +63,13 @@ protected:
         EXPECT_EQ(sqlite::Run(raw, sql), SQLITE_OK) << sqlite3_errmsg(raw);
     }
 
+    void Overwrite(std::streamoff at, std::size_t size) const
+    {
+        std::fstream file(rig.User(), std::ios::in | std::ios::out | std::ios::binary);
+        file.seekp(at);
+        file << std::string(size, '\xa5');
+    }
+
     HiveRig rig;
 };
 
@@ -85,27 +92,49 @@ TEST_F(HiveFile, IsMadeForThisUserOnlyAndStays)
     EXPECT_TRUE(fs::is_symlink(rig.User()));
 }
 
-TEST_F(HiveFile, RubbishIsMovedAsideAndNeverOverwritten)
+TEST_F(HiveFile, WhatCannotBeUsedIsMovedAsideWhole)
 {
-    std::string header = "SQLite format 3";
-    header += '\0';
-    const std::string kinds[] = {"x", std::string(99, '\0'), std::string(100'000, 'r'),
-                                 header + std::string(5000, '\xff')};
-    std::size_t moved = 0;
-    for (const auto& bytes : kinds) {
-        rig.Put(rig.User(), bytes);
-        rig.Put(rig.User().native() + "-wal", "log");
-        const auto store = rig.Open();
-        ExpectTrouble("is no database; it was moved to");
-        ExpectUsable(*store);
-        bool found = false;
-        for (const auto& file : rig.Named("settings.hive.not-a-database-2"))
-            found = found ||
-                    (HiveRig::BytesIn(file) == bytes && HiveRig::BytesIn(file.native() + "-wal") == "log");
-        EXPECT_TRUE(found);
-        EXPECT_EQ(rig.Named("settings.hive.not-a-database-2").size(), ++moved);
-        EXPECT_EQ(rig.Open()->OpenKey(kCurrentUser, "", kKeyAllAccess).code, 0U);
-        EXPECT_EQ(rig.trouble, "");
+    const auto log = rig.User().native() + "-wal";
+    const auto rubbish = [&](const std::string& bytes) {
+        return [this, bytes, log] {
+            rig.Put(rig.User(), bytes);
+            rig.Put(log, "log");
+        };
+    };
+    const auto sql = [this](const char* statement) { return [this, statement] { RunSql(statement); }; };
+    const auto truncate = [&] { fs::resize_file(rig.User(), fs::file_size(rig.User()) / 2); };
+    const struct {
+        const char *trouble, *name;
+        std::vector<std::function<void()>> damages;
+    } kinds[] = {
+        {"is no database",
+         "not-a-database",
+         {rubbish("x"), rubbish(std::string(99, '\0')), rubbish(std::string(100'000, 'r')),
+          rubbish("SQLite format 3" + std::string(1, '\0') + std::string(5000, '\xff'))}},
+        {"is from a newer version", "newer-version", {sql("PRAGMA user_version = 2")}},
+        {"is damaged",
+         "damaged",
+         {truncate, [&] { Overwrite(4096, 3 * 4096); }, sql("DROP TABLE key_values"),
+          sql("DELETE FROM keys WHERE id = 1"), sql("ALTER TABLE keys RENAME COLUMN folded TO other"),
+          sql("PRAGMA user_version = 0")}},
+    };
+    for (const auto& [trouble, name, damages] : kinds) {
+        std::size_t count = 0;
+        for (const auto& damage : damages) {
+            SCOPED_TRACE(name + std::to_string(++count));
+            MakeHive(50);
+            damage();
+            const auto bytes = HiveRig::BytesIn(rig.User()), logged = HiveRig::BytesIn(log);
+            ExpectUsable(*rig.Open());
+            ExpectTrouble(trouble + std::string("; it was moved to"));
+            const auto moved = rig.Named("settings.hive." + std::string(name) + "-2");
+            EXPECT_EQ(moved.size(), count);
+            EXPECT_TRUE(std::any_of(moved.begin(), moved.end(), [&](const auto& file) {
+                return HiveRig::BytesIn(file) == bytes && HiveRig::BytesIn(file.native() + "-wal") == logged;
+            }));
+            EXPECT_EQ(Kept(*rig.Open()), "(6)");
+            EXPECT_EQ(rig.trouble, "");
+        }
     }
 }
 
@@ -126,54 +155,12 @@ TEST_F(HiveFile, OfProcessesThatStartOnRubbishOneMovesIt)
     }
 }
 
-TEST_F(HiveFile, OneFromANewerVersionIsMovedAsideWhole)
-{
-    MakeHive();
-    RunSql("PRAGMA user_version = 2");
-    const auto bytes = HiveRig::BytesIn(rig.User());
-    EXPECT_EQ(Kept(*rig.Open()), "(6)");
-    ExpectTrouble("is from a newer version; it was moved to");
-    const auto moved = rig.Named("settings.hive.newer-version-2");
-    ASSERT_FALSE(moved.empty());
-    EXPECT_EQ(HiveRig::BytesIn(moved.front()), bytes);
-}
-
-TEST_F(HiveFile, DamageIsFoundAndMovedAside)
-{
-    const auto truncate = [&] { fs::resize_file(rig.User(), fs::file_size(rig.User()) / 2); };
-    const auto overwrite = [&] {
-        std::fstream file(rig.User(), std::ios::in | std::ios::out | std::ios::binary);
-        file.seekp(4096);
-        file << std::string(3 * 4096, '\xa5');
-    };
-    const std::function<void()> damages[] = {
-        truncate,
-        overwrite,
-        [&] { RunSql("DROP TABLE key_values"); },
-        [&] { RunSql("DELETE FROM keys WHERE id = 1"); },
-        [&] { RunSql("ALTER TABLE keys RENAME COLUMN folded TO other"); },
-        [&] { RunSql("PRAGMA user_version = 0"); },
-    };
-    std::size_t count = 0;
-    for (const auto& damage : damages) {
-        MakeHive(50);
-        damage();
-        ExpectUsable(*rig.Open());
-        ExpectTrouble("is damaged; it was moved to");
-        EXPECT_EQ(rig.Named("settings.hive.damaged-2").size(), ++count);
-    }
-}
-
 TEST_F(HiveFile, DamageThatComesLaterGivesCodes)
 {
     MakeHive(200);
     const auto store = rig.Open();
     const auto key = store->OpenKey(kCurrentUser, "k", kKeyAllAccess).key;
-    {
-        std::fstream file(rig.User(), std::ios::in | std::ios::out | std::ios::binary);
-        file.seekp(8 * 4096);
-        file << std::string(fs::file_size(rig.User()) - 8 * 4096, '\xa5');
-    }
+    Overwrite(8 * 4096, fs::file_size(rig.User()) - 8 * 4096);
     RunSql("PRAGMA user_version = 1");  // another's change makes the store read the file again
     int corrupt = 0;
     for (int i = 0; i < 200; ++i) {

@@ -1,10 +1,8 @@
 #include "platform/Odbc.h"
 
 #include "base/SystemError.h"
-#include "platform/AnsweredKeys.h"
 #include "platform/BackgroundJob.h"
 #include "platform/OdbcText.h"
-#include "support/HiveRig.h"
 #include "support/OdbcCalls.h"
 #include "support/OdbcRig.h"
 
@@ -16,6 +14,7 @@
 namespace {
 
 using namespace std::chrono_literals;
+
 // What holds for every driver.
 class OdbcDatabase : public testing::TestWithParam<std::string> {
 protected:
@@ -80,14 +79,8 @@ TEST_P(OdbcDatabase, ValuesComeBackAsTheyWentIn)
     EXPECT_EQ(Ask(*database, "SELECT id FROM " + table + " WHERE r = ?", {precise[2]}).value_or(Rows()),
               Rows{{precise[0]}});
 
-    EXPECT_TRUE((*insert)->Execute({std::int64_t{1},
-                                    std::string("a\0b\xff"
-                                                "c",
-                                                5),
-                                    {}}));
-    const auto replaced = OdbcValue("a\xEF\xBF\xBD"
-                                    "b\xEF\xBF\xBD"
-                                    "c");
+    EXPECT_TRUE((*insert)->Execute({std::int64_t{1}, std::string("x\0y\xFFz", 5), {}}));
+    const auto replaced = OdbcValue("x\uFFFDy\uFFFDz");
     EXPECT_EQ(One(*database, "SELECT " + column + " FROM " + table + " WHERE id = 1"), replaced);
     EXPECT_EQ(One(*database, "SELECT sum(id) FROM " + table + " WHERE id BETWEEN 2 AND 9"), OdbcValue(35));
 
@@ -186,19 +179,6 @@ TEST(Odbc, TheUsersSourcesComeBeforeTheMachines)
     const auto sqlite = OdbcRig::Driver("libsqlite3odbc.so");
     EXPECT_EQ(list, rig.Sqlite() + "=" + sqlite + "\nÄpfel=my driver\nMächine=D\xEF\xBF\xBD\nopen=y\n");
 
-    HiveRig hives;
-    const auto store = RegistryStore::Open(hives.User(), hives.Machine(), hives.trouble, AnsweredKeys());
-    const auto key = store->OpenKey(kLocalMachine, "SOFTWARE\\ODBC\\ODBC.INI\\ODBC Data Sources\\", kKeyRead);
-    ASSERT_EQ(key.code, 0U);
-    std::string names;
-    std::array<std::uint8_t, 4096> buffer{};
-    for (std::uint32_t i = 0;; ++i) {
-        const auto value = store->EnumValue(key.key, i, 260, buffer);
-        if (value.code != 0) break;
-        names += value.name + "|";
-    }
-    EXPECT_EQ(names, rig.Sqlite() + "|Äpfel|Mächine|open|");
-
     rig.PutMachineFile(std::string((1U << 20U) + 1, '['));
     EXPECT_EQ(OdbcSources().size(), 2U);
 }
@@ -225,13 +205,11 @@ TEST(Odbc, ALoginThatIsRefusedSaysWhy)
         {{server, "guarded", ""}, "no password supplied", Code::ServerUnavailable},
         {{server, "nobody there", "role"}, "*** \"nobody there\" does not exist", Code::ServerUnavailable},
         {{"No such source", "", "x"}, "IM002: [unixODBC]", Code::FileNotFound},
-        {{"", "", ""}, "IM002: ", Code::FileNotFound},
         {{noDriver, "", "x"}, "'/nowhere.so'", Code::IoError},
         {{noServer, "u", "x"}, "08001: ", Code::ServerUnavailable},
         {{std::string(33, 's'), "", ""}, "32", Code::InvalidName},
         {{rig.Sqlite(), std::string(2000, 'u'), ""}, "", Code::InvalidParameter},
         {{server, "guarded", std::string(1024, 'p')}, "08001: ", Code::ServerUnavailable},
-        {{server, std::string(1024, 'u'), "p"}, "08001: ", Code::ServerUnavailable},
     };
     for (const auto& row : rows) {
         const auto opened = OpenOdbc(row.login, 20s);
@@ -251,6 +229,104 @@ TEST(OdbcText, MessagesAreOneCleanLineWithoutTheSecret)
     EXPECT_EQ(odbc::WithoutSecret("pass, password=ass; ASS", "ass"), "pass, password=***; ASS");
     EXPECT_EQ(odbc::WithoutSecret("a****b", "****"), "a***b");
     EXPECT_EQ(odbc::WithoutSecret("as it is", ""), "as it is");
+}
+
+TEST(OdbcFaults, WhatCanOnlyBeReadSaysSo)
+{
+    OdbcRig rig;
+    ASSERT_TRUE(rig.StartPostgres().IsRunning());
+    auto settings = rig.PostgresSettings();
+    settings.emplace_back("ReadOnly", "1");
+    rig.AddSource(rig.Unique("reading"), settings);
+    const auto database = Open(rig.Unique("reading"));
+    ASSERT_NE(database, nullptr);
+    EXPECT_TRUE(database->IsReadOnly());
+    EXPECT_FALSE(database->Execute("CREATE TABLE t (n INTEGER)"));
+}
+
+TEST(OdbcFaults, AServerThatHangsIsGivenUp)
+{
+    OdbcRig rig;
+    auto& server = rig.StartPostgres();
+    ASSERT_TRUE(server.IsRunning());
+    std::shared_ptr<OdbcConnection> database = Open(rig.Postgresql(), 1s);
+    ASSERT_NE(database, nullptr);
+    const std::weak_ptr<OdbcConnection> watched = database;
+    server.Freeze();
+
+    BackgroundJob<Rows> call([database] { return Ask(*database, "SELECT 1"); });
+    BackgroundJob<std::unique_ptr<OdbcConnection>> connecting([name = rig.Postgresql()] {
+        return OpenOdbc({name, "", ""}, 2s);
+    });
+    EXPECT_FALSE(call.Wait(500ms));
+    // Others go on meanwhile, and telling it to stop does not take part in the wait.
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(One(*Open(rig.Sqlite()), "SELECT 'alive'"), OdbcValue("alive"));
+    for (int i = 0; i < 3; ++i) database->Cancel();
+    EXPECT_LT(std::chrono::steady_clock::now() - start, 5s);
+    ASSERT_TRUE(connecting.Wait(30s));
+    const auto connected = connecting.Take();
+    ASSERT_FALSE(connected);
+    EXPECT_TRUE(connected.error().Is(Code::ServerUnavailable) || connected.error().Is(Code::Timeout))
+        << Failure(connected);
+
+    EXPECT_FALSE(call.IsDone());
+    call.Abandon();
+    database = nullptr;
+    EXPECT_FALSE(watched.expired());
+    server.Kill();
+    for (int i = 0; i < 3000 && !watched.expired(); ++i) std::this_thread::sleep_for(10ms);
+    EXPECT_TRUE(watched.expired());
+}
+
+TEST(OdbcFaults, AConnectionThatDropsFailsFromThenOn)
+{
+    OdbcRig rig;
+    auto& server = rig.StartPostgres();
+    ASSERT_TRUE(server.IsRunning());
+    const auto database = Open(rig.Postgresql());
+    ASSERT_NE(database, nullptr);
+    ASSERT_TRUE(database->Execute("CREATE TABLE t (n INTEGER)"));
+    ASSERT_TRUE(database->Begin());
+    ASSERT_TRUE(database->Execute("INSERT INTO t VALUES (1)"));
+    server.Kill();
+    const auto committed = database->Commit();
+    ASSERT_FALSE(committed);
+    EXPECT_TRUE(committed.error().Is(Code::ServerUnavailable)) << committed.error().description;
+    EXPECT_FALSE(database->Columns("t"));
+    EXPECT_FALSE(database->Execute("SELECT 1"));
+    database->Cancel();
+}
+
+TEST(OdbcFaults, ADriverThatLiesIsNotBelieved)
+{
+    OdbcRig rig;
+    rig.AddSource(rig.Unique("lying"), {{"Driver", QUILLET_LYING_DRIVER}});
+    const auto database = Open(rig.Unique("lying"));
+    ASSERT_NE(database, nullptr);
+    EXPECT_LE(database->DatabaseName().size(), 512U);
+    struct Row {
+        const char* sin;
+        std::uint32_t code;
+        std::size_t bytes;  // of the one text
+    };
+    const Row rows[] = {
+        {"lengths", 0, 16383},           {"endless", Code::MoreData, 0},
+        {"empty pieces", 0, 0},          {"columns", Code::InvalidData, 0},
+        {"minus", Code::InvalidData, 0}, {"needs", Code::InvalidData, 0},
+        {"states", Code::IoError, 0},
+    };
+    for (const auto& row : rows) {
+        const auto asked = Ask(*database, row.sin);
+        EXPECT_EQ(asked ? 0 : asked.error().code, row.code) << row.sin << Failure(asked);
+        if (!asked) {
+            EXPECT_LE(asked.error().description.size(), 1100U) << row.sin;
+            EXPECT_TRUE(odbc::IsClean(asked.error().description)) << row.sin;
+            continue;
+        }
+        ASSERT_EQ(asked->size(), 1U) << row.sin;
+        EXPECT_EQ(std::get<std::string>(asked->front().front()).size(), row.bytes) << row.sin;
+    }
 }
 
 }  // namespace

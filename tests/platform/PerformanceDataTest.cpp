@@ -164,10 +164,3 @@ TEST_F(Performance, AReadingMayCloseItsQueryOrUseIt)
     ASSERT_EQ(data.OpenQuery(query), Pdh::Good);
     EXPECT_EQ(Add("\\Clock\\Ticks"), Pdh::InvalidHandle);
 }
-
-TEST(PdhStatus, OnlyTwoStatusesAreGood)
-{
-    for (const auto status : {0U, 1U}) EXPECT_TRUE(Pdh::IsGoodStatus(status));
-    for (const auto status : {2U, 5U, 0x40000001U, Pdh::Retry, Pdh::NoObject})
-        EXPECT_FALSE(Pdh::IsGoodStatus(status));
-}

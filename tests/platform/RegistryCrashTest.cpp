@@ -89,9 +89,6 @@ TEST(RegistryCrash, AKillLosesAtMostTheWriteInProgress)
         window *= after == before ? 1.15 : 0.93;
         before = after;
     }
-    RecordProperty("kills", kKills);
-    RecordProperty("kills_between_the_writes_of_one_save", cutShort);
-    RecordProperty("saves", before[0]);
     EXPECT_GT(cutShort, kKills / 4) << "the kills came between the saves";
 }
 

@@ -5,6 +5,7 @@
 #include "zentrel/remote/AdminServer.h"
 #include "zentrel/remote/Certificates.h"
 #include "zentrel/remote/ListenSocket.h"
+#include "zentrel/remote/RemoteTransport.h"
 
 #include "administration.grpc.pb.h"
 
@@ -21,7 +22,7 @@
 class AdminRig : public testing::Test {
 protected:
     using Stub = zentrel::v1::Administration::Stub;
-    enum Listener : std::size_t { kAdmins, kViewers, kTls, kPlain };
+    enum Listener : std::size_t { kAdmins, kViewers, kTls, kPlain, kTls6 };
 
     AdminRig()
     {
@@ -34,14 +35,13 @@ protected:
     template <class PathOf>
     void PutEntries(std::uint32_t first, std::uint32_t count, PathOf pathOf, std::size_t bulk = 0)
     {
-        auto store = zentrel::Metabase::Open(m_store.Folder(), zentrel::Metabase::Access::Write);
-        auto txn = (*store)->BeginWrite();
-        for (auto i = first; i < first + count; ++i) {
-            auto set = TestStore::Entry(i, 1000, 300);
-            if (bulk != 0) set.SetBytes(9999, zentrel::Bytes(bulk));
-            EXPECT_TRUE(txn->SetProperties(pathOf(i), set));
-        }
-        EXPECT_TRUE(txn->Commit());
+        m_store.Write([&](auto& txn) {
+            for (auto i = first; i < first + count; ++i) {
+                auto set = TestStore::Entry(i, 1000, 300);
+                if (bulk != 0) set.SetBytes(9999, zentrel::Bytes(bulk));
+                EXPECT_TRUE(txn.SetProperties(pathOf(i), set));
+            }
+        });
     }
 
     void Start()
@@ -58,10 +58,12 @@ protected:
         const bool hasV6 = zentrel::ListenTcp("::1", 0).has_value();  // not every machine has
         options.serverName = "testhost";
         options.audit = Path("audit.log");
+        const auto* const other = hasV6 ? "::1" : "127.0.0.2";  // not in the certificate
         options.listeners = {{Path("admin.sock"), 0660, {}, 0, {}, zentrel::Role::Admin},
                              {Path("viewer.sock"), 0666, {}, 0, {}, zentrel::Role::Viewer},
                              {{}, 0, "127.0.0.1", 0, tls},
-                             {{}, 0, hasV6 ? "::1" : "127.0.0.2", 0, {}, zentrel::Role::Admin}};
+                             {{}, 0, other, 0, {}, zentrel::Role::Admin},
+                             {{}, 0, other, 0, tls}};
         auto started = zentrel::AdminServer::Start(service, services, options);
         ASSERT_TRUE(started) << started.error().description;
         server = std::move(*started);
@@ -78,6 +80,21 @@ protected:
         const auto pair =
             zentrel::MakeClientCertificate(signer == nullptr ? authority : *signer, who, role, 30);
         return grpc::SslCredentials({authority.certificate, pair->key, pair->certificate});
+    }
+
+    // Where a client finds a listener and, with TLS, who it is.
+    zentrel::RemoteTarget TargetOf(Listener listener, zentrel::Role role = zentrel::Role::Admin) const
+    {
+        zentrel::RemoteTarget target;
+        target.socket = options.listeners[listener].path;
+        if (!target.socket.empty()) return target;
+        const auto pair = zentrel::MakeClientCertificate(authority, "tester", role, 30);
+        target.host = options.listeners[listener].address;
+        target.port = server->Port(listener);
+        target.authority = authority.certificate;
+        target.certificate = pair->certificate;
+        target.key = pair->key;
+        return target;
     }
 
     std::shared_ptr<grpc::Channel> Dial(Listener listener,

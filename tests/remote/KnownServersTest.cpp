@@ -16,7 +16,7 @@ TEST(HostName, HasThePartsThatAPersonWrites)
 {
     struct Case {
         std::string text, host;
-        int port;  // 0: not said, -1: no host can have this name
+        int port;  // 0: not said
     };
     const Case cases[] = {
         {"web01", "web01", 0},
@@ -25,32 +25,20 @@ TEST(HostName, HasThePartsThatAPersonWrites)
         {"::1", "::1", 0},
         {"[::1]", "::1", 0},
         {"[fe80::1]:65535", "fe80::1", 65535},
-        {"", "", -1},
-        {"web 01", "", -1},
-        {"\\\\web01", "", -1},
-        {"web01/x", "", -1},
-        {"web\n01", "", -1},
-        {"web01:", "", -1},
-        {"web01:0", "", -1},
-        {"web01:65536", "", -1},
-        {"web01:5280x", "", -1},
-        {":5280", "", -1},
-        {"[::1", "", -1},
-        {"[::1]5280", "", -1},
-        {"[]:1", "", -1},
-        {"b\xC3\xBCro", "", -1},
-        {std::string(256, 'a'), "", -1},
     };
     for (const auto& [text, host, port] : cases) {
         const auto parsed = ParseHost(text);
-        ASSERT_EQ(parsed.has_value(), port >= 0) << text;
-        if (!parsed) {
-            EXPECT_EQ(parsed.error().code, Code::ServerUnavailable);
-            continue;
-        }
+        ASSERT_TRUE(parsed) << text;
         EXPECT_EQ(parsed->host, host);
         EXPECT_EQ(parsed->port.value_or(0), port);
     }
+    for (const std::string text :
+         {"", "web 01", "\\\\web01", "web01/x", "web\n01", "web01:", "web01:0", "web01:65536", "web01:5280x",
+          ":5280", "[::1", "[::1]5280", "[]:1", "b\xC3\xBCro"}) {
+        const auto parsed = ParseHost(text);
+        EXPECT_TRUE(!parsed && parsed.error().Is(Code::ServerUnavailable)) << text;
+    }
+    EXPECT_FALSE(ParseHost(std::string(256, 'a')));
 }
 
 class Known : public ::testing::Test {

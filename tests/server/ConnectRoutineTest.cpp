@@ -1,7 +1,6 @@
 #include "server/ConnectRoutine.h"
 
 #include "server/ScriptedHosts.h"
-#include "settings/SiteSet.h"
 #include "support/ScanRig.h"
 
 namespace {
@@ -142,7 +141,6 @@ TEST(ConnectRoutine, ARemoteServerShowsFiguresOnlyWhileItsRegistryServiceRuns)
         {Never, kStopped, 0, 0, 0, BoxAnswer::Yes, {}, false, false},
         {Never, kStopped, 0, 1060, 0, BoxAnswer::Yes, {}, false, false},
         {Never, kStopped, 5, 0, 0, BoxAnswer::Yes, {}, false, false},
-        {Prompt, kRunning, 0, 0, 0, BoxAnswer::Yes, {}, true, false},
         {Prompt, kStopped, 0, 0, 0, BoxAnswer::Yes, {ask}, true, true},
         {Prompt, kStopped, 0, 0, 0, BoxAnswer::No, {ask}, false, false},
         {Prompt, kStopped, 0, 0, 1056, BoxAnswer::Yes, {ask, start + runs}, false, true},
@@ -159,7 +157,7 @@ TEST(ConnectRoutine, ARemoteServerShowsFiguresOnlyWhileItsRegistryServiceRuns)
         rig.settings.StartRemoteReg = wanted.policy;
         rig.hosts->state = wanted.state;
         rig.hosts->managerError = wanted.manager;
-        rig.hosts->openError = wanted.open;
+        rig.hosts->serviceError = wanted.open;
         rig.hosts->startError = wanted.start;
         rig.answer = wanted.answer;
         EXPECT_EQ(rig.Connect(), kBegin + "wait|wait|" + (wanted.hasFigures ? kFigures : "---|") + kEnd);
@@ -175,7 +173,7 @@ TEST(ConnectRoutine, ALocalServerNeedsNoRegistryServiceAndSaysThatItIsLocal)
         ConnectRig rig;
         rig.settings.LastServer = "here";
         rig.hosts->state = zentrel::ServiceState::Stopped;
-        rig.hosts->openError = error;
+        rig.hosts->serviceError = error;
         EXPECT_NE(rig.Connect().find(kFigures + "Connected to here|"), std::string::npos);
         EXPECT_TRUE(rig.boxes.empty());
         EXPECT_TRUE(rig.hosts->calls.starts_with("manager(,80000000) open(RemoteRegistry,4) "));
@@ -212,20 +210,4 @@ TEST(ConnectRoutine, MessagesThatRunMeanwhileMayCloseTheWindowOrConnectAgain)
         EXPECT_TRUE(rig.boxes.empty());
         EXPECT_FALSE(rig.routine.IsConnected());
     }
-}
-
-TEST(SiteSet, KeepsNumbersInSlots)
-{
-    SiteSet set;
-    for (const int site : {5, 7, 5, 0, 9}) set.Add(site);
-    set.Remove(7);
-    set.Remove(0);
-    set.Remove(42);
-    EXPECT_TRUE(set.Contains(5) && !set.Contains(7) && !set.Contains(0));
-    set.Add(8);
-    EXPECT_EQ(std::vector<std::int32_t>(set.Slots().begin(), set.Slots().end()),
-              (std::vector<std::int32_t>{5, 8, 9, 0, 0}));
-    for (const int site : {5, 8, 9}) set.Remove(site);
-    set.Trim();
-    EXPECT_EQ(set.Slots().size(), 1U);
 }

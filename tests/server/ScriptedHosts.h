@@ -1,14 +1,12 @@
 #pragma once
 
-#include "zentrel/Session.h"
+#include "support/ScriptedTransport.h"
 
 #include <algorithm>
 #include <charconv>
 #include <functional>
 #include <map>
-#include <memory>
 #include <string>
-#include <vector>
 
 struct ScriptedSite {
     std::string key;
@@ -28,17 +26,13 @@ struct ScriptedHost {
 };
 
 // Hosts that have the sites and services which a test wants, and that fail as it wants.
-class ScriptedHosts : public zentrel::Transport, public std::enable_shared_from_this<ScriptedHosts> {
+class ScriptedHosts : public ScriptedTransport {
 public:
     std::map<std::string, ScriptedHost, std::less<>> hosts;
-    std::vector<std::uint32_t> connectErrors;  // of the next connections, in turn; 0 = it succeeds
-    std::string connects;                      // the names asked for, each with a "|"
-    std::function<void()> onConnect;           // while a connection is waited for
+    std::string connects;             // the names asked for, each with a "|"
+    std::function<void()> onConnect;  // while a connection is waited for
 
-    std::uint32_t managerError = 0;
-    std::uint32_t openError = 0;
-    std::uint32_t queryError = 0;
-    std::uint32_t startError = 0;
+    std::uint32_t managerError = 0, serviceError = 0, queryError = 0, startError = 0;
     zentrel::ServiceState state = zentrel::ServiceState::Running;
     std::string calls;  // to the services of a host, in their order
 
@@ -47,8 +41,7 @@ public:
     {
         connects += std::string(server) + "|";
         if (onConnect) onConnect();
-        if (m_connections < connectErrors.size())
-            if (const auto code = connectErrors[m_connections++]) return Fail(code, "test");
+        if (auto silent = ScriptedTransport::Connect(server); !silent) return silent;
         const auto host = hosts.find(server);
         if (host == hosts.end()) return Fail(Code::ServerUnavailable, "test");
         return std::shared_ptr<zentrel::Session>(
@@ -97,7 +90,7 @@ private:
                                                                   std::uint32_t access) override
         {
             script.calls += "open(" + std::string(name) + "," + Hex(access) + ") ";
-            if (script.openError != 0) return Fail(script.openError, "test");
+            if (script.serviceError != 0) return Fail(script.serviceError, "test");
             return std::unique_ptr<zentrel::HostService>(std::make_unique<Service>(script));
         }
         Result<std::vector<zentrel::ServiceInfo>> ListServices() override
@@ -107,8 +100,13 @@ private:
         ScriptedHosts& script;
     };
 
-    struct Session : zentrel::Session {
-        Session(std::string called, const ScriptedHost& scripted) : name(std::move(called)), host(scripted) {}
+    struct Session : ScriptedTransport::ScriptedSession {
+        Session(std::string called, const ScriptedHost& scripted)
+            : ScriptedSession(nullptr),
+              name(std::move(called)),
+              host(scripted)
+        {
+        }
 
         std::string ServerName() const override { return host.ownName.empty() ? name : host.ownName; }
         bool IsLocal() const override { return host.isLocal; }
@@ -145,23 +143,8 @@ private:
             properties.SetTextList(zentrel::Prop::ServerBindings, site->bindings);
             return zentrel::Record(*properties.Find(id));
         }
-        Result<std::unique_ptr<zentrel::SubtreeStream>> OpenSubtree(std::string_view) override
-        {
-            return Fail(Code::NotSupported, "test");
-        }
-        Done DeleteEntry(std::string_view) override { return {}; }
-        Done DeleteTree(std::string_view) override { return {}; }
-        Result<std::string> GetCacheDir() override { return std::string(); }
-        Result<std::unique_ptr<zentrel::CacheFileReader>> OpenCacheFile(std::string_view) override
-        {
-            return Fail(Code::NotSupported, "test");
-        }
-        Done ResetCounters() override { return {}; }
-        Result<zentrel::CounterTotals> ReadCounters() override { return zentrel::CounterTotals{}; }
 
         const std::string name;
         const ScriptedHost host;  // as it was when it was connected
     };
-
-    std::size_t m_connections = 0;
 };

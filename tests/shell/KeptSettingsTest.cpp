@@ -2,6 +2,7 @@
 #include "WindowRig.h"
 
 #include "server/frmServer.h"
+#include "settings/SettingsKey.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -9,12 +10,14 @@
 
 namespace {
 
+using Bytes = std::vector<std::uint8_t>;
+
 class KeptSettings : public WindowRig {
 public:
     // A start as the settings say, without anything from the command line.
     void Start(const std::function<void(frmServer&)>& inDialog = {})
     {
-        Open(store.Folder());
+        Open();
         state->first.reset();
         state->settings = state->settingsStore.Load();
         dialogs = 0;
@@ -32,10 +35,7 @@ public:
         });
     }
 
-    bool IsChecked(const char* item) const
-    {
-        return window->findChild<QAction*>(QLatin1String(item))->isChecked();
-    }
+    bool IsChecked(const char* item) const { return Find<QAction>(item)->isChecked(); }
 
     int dialogs = 0;
 };
@@ -61,10 +61,9 @@ TEST_F(KeptSettings, TheChosenServerAndSitesAreThereAtTheNextStart)
 {
     FillStore();
     Start([](frmServer& dialog) {
-        dialog.lstSites->model()->setData(dialog.lstSites->model()->index(0, 0), Qt::Unchecked,
-                                          Qt::CheckStateRole);
-        dialog.lstSites->model()->setData(dialog.lstSites->model()->index(1, 0), Qt::Checked,
-                                          Qt::CheckStateRole);
+        auto& sites = *dialog.lstSites->model();
+        sites.setData(sites.index(0, 0), Qt::Unchecked, Qt::CheckStateRole);
+        sites.setData(sites.index(1, 0), Qt::Checked, Qt::CheckStateRole);
         dialog.cmdOK->click();
     });
     constexpr const char* kSecondSite = "Internet Information Services\n Empty (nothing cached)\n";
@@ -96,34 +95,40 @@ TEST_F(KeptSettings, PlacementViewsAndIntervalAreSavedAsTheSwitchesSay)
     state->settings.StartConnectDialog = false;
     window->move(40, 50);
     window->resize(700, 500);
-    Trigger("mnuToolbars_Main");
-    Trigger("mnuRefresh_Item(2)");
-    EXPECT_TRUE(window->Toolbar->isHidden());
+    for (const auto* const command : {"mnuToolbars_Main", "mnuRefresh_Item(2)", "mnuInfo_Item(1)"})
+        Trigger(command);
     window->close();
+    EXPECT_EQ(SettingsKey(*registry).Bytes("Panels"), (Bytes{1, 70, 0, 55, 1, 55, 1, 50}));
 
     Start();
     EXPECT_EQ(window->size(), QSize(700, 500));
     EXPECT_EQ(window->pos(), QPoint(40, 50));
+    EXPECT_NE(window->frameGeometry(), window->geometry()) << "there is a frame to creep by";
     EXPECT_TRUE(window->Toolbar->isHidden() && !IsChecked("mnuToolbars_Main"));
     EXPECT_TRUE(IsChecked("mnuRefresh_Item(2)") && !IsChecked("mnuRefresh_Item(1)"));
-    EXPECT_EQ(window->tmrStats->Interval(), 10000);
+    EXPECT_TRUE(window->tmrStats->Interval() == 10000 && window->tmrStats->IsRunning());
 
     // Nothing but the general settings is saved with the switches off, except on command.
     auto& settings = state->settings;
-    settings.SaveWindowPos = settings.SaveView = settings.SaveAutoStats = false;
-    Trigger("mnuView_StatusBar");
-    Trigger("mnuRefresh_Item(4)");
-    Trigger("mnuTools_Save");
+    settings.SaveWindowPos = settings.SavePanels = settings.SaveView = settings.SaveAutoStats = false;
+    for (const auto* const command : {"mnuView_StatusBar", "mnuRefresh_Item(4)", "mnuTools_Save"})
+        Trigger(command);
+    EXPECT_EQ(SettingsKey(*registry).Number("SaveView", 7), 1) << "nor the general settings on command";
+    for (const auto* const command : {"mnuToolbars_Main", "mnuRefresh_Item(0)", "mnuInfo_Item(0)"})
+        Trigger(command);
     window->resize(600, 400);
-    Trigger("mnuToolbars_Main");
-    Trigger("mnuRefresh_Item(0)");
     window->close();
+    EXPECT_EQ(SettingsKey(*registry).Bytes("Panels"), (Bytes{1, 70, 1, 55, 1, 55, 1, 50}));
 
     Start();
     EXPECT_EQ(window->size(), QSize(700, 500));
     EXPECT_TRUE(window->StatusBar->isHidden() && window->Toolbar->isHidden());
-    EXPECT_TRUE(IsChecked("mnuRefresh_Item(4)") && !window->tmrStats->IsRunning());
     EXPECT_FALSE(state->settings.SaveView);
+    for (const int stored : {0, 7777, -1}) {  // one of an item, one of none, one that there cannot be
+        window->tmrStats->Restore(stored);
+        EXPECT_TRUE(IsChecked("mnuRefresh_Item(4)") && !window->tmrStats->IsRunning());
+        EXPECT_EQ(window->tmrStats->Interval(), stored == 0 ? 0 : 7777);
+    }
 }
 
 TEST_F(KeptSettings, AWindowThatIsClosedWhileItAsksForAServerGoesDown)
@@ -136,7 +141,7 @@ TEST_F(KeptSettings, AWindowThatIsClosedWhileItAsksForAServerGoesDown)
 
 TEST_F(KeptSettings, AWindowThatIsClosedOverItsOptionsGoesDownWithoutTakingThem)
 {
-    Open(store.Folder());
+    Open();
     window->Display();
     QTimer::singleShot(0, window.get(), [this] {
         auto* const dialog = QApplication::activeModalWidget();

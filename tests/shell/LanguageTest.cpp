@@ -46,28 +46,22 @@ public:
     }
 };
 
-// What stands outside of all brackets, without markup.
-QString Untranslated(QString text)
+// Is there a word outside of all brackets? Those that no translation changes do not count: names of products,
+// servers, sites, files and units, and markup.
+bool HoldsWords(QString text)
 {
+    static const QRegularExpression names(
+        QStringLiteral("\\b(Zentrel|Quillet|v1|here|nowhere|Docs|Empty|dir|page|list|css|htm|KiB)\\b"));
     static const QRegularExpression markup(QStringLiteral("</?(span|p|b|br)>"));
-    text.remove(markup);
+    static const QRegularExpression word(QStringLiteral("[A-Za-z]{2}"));
     QString outside;
     int depth = 0;
-    for (const auto sign : text) {
+    text.remove(markup);
+    for (const auto sign : std::as_const(text)) {
         if (sign == u'[') ++depth;
         if (depth == 0) outside += sign;
         if (sign == u']') --depth;
     }
-    return outside;
-}
-
-// Words that no translation changes: names of products, servers, sites, files and units.
-bool HoldsWords(const QString& text)
-{
-    static const QRegularExpression names(
-        QStringLiteral("\\b(Zentrel|Quillet|v1|here|nowhere|Docs|Empty|dir|page|list|css|htm|KiB)\\b"));
-    static const QRegularExpression word(QStringLiteral("[A-Za-z]{2}"));
-    auto outside = Untranslated(text);
     return outside.remove(names).contains(word);
 }
 
@@ -96,19 +90,11 @@ void CheckItems(const QAbstractItemView& view)
 
 void CheckWidget(const QWidget& widget)
 {
-    ExpectBracketed(widget.windowTitle(), widget, "title");
-    ExpectBracketed(widget.toolTip(), widget, "tool tip");
-    ExpectBracketed(widget.whatsThis(), widget, "what's this");
-    ExpectBracketed(widget.accessibleName(), widget, "accessible name");
-    ExpectBracketed(widget.accessibleDescription(), widget, "accessible description");
     const bool isEntry = widget.inherits("QLineEdit") || widget.inherits("QTextEdit");
-    for (const auto* const property : {"text", "title", "placeholderText"})
+    for (const auto* const property : {"windowTitle", "toolTip", "whatsThis", "accessibleName",
+                                       "accessibleDescription", "text", "title", "placeholderText"})
         if (!isEntry || property != std::string_view("text"))
             ExpectBracketed(widget.property(property).toString(), widget, property);
-    for (const auto* action : widget.actions()) {
-        ExpectBracketed(action->text(), *action, "action");
-        ExpectBracketed(action->toolTip(), *action, "tool tip");
-    }
     if (const auto* tabs = qobject_cast<const QTabWidget*>(&widget))
         for (int i = 0; i < tabs->count(); ++i)
             ExpectBracketed(tabs->tabText(i) + tabs->tabToolTip(i), widget, "tab");
@@ -126,44 +112,35 @@ void CheckWindow(const QWidget& window)
 {
     CheckWidget(window);
     for (const auto* widget : window.findChildren<QWidget*>()) CheckWidget(*widget);
+    for (const auto* action : window.findChildren<QAction*>())
+        ExpectBracketed(action->text() + action->toolTip(), *action, "action");
 }
 
 class LanguageTest : public WindowRig {
 public:
-    ~LanguageTest() override { window.reset(); }
+    ~LanguageTest() override { Close(); }
 
-    void Display()
-    {
-        FillStore();
-        Open(store.Folder());
-        window->Display();
-        QTest::qWait(60);  // the status text follows at its own pace
-    }
+    void SetUp() override { DisplayFilled(); }
 
     Brackets brackets;
 };
 
 TEST_F(LanguageTest, EveryTextOfTheMainWindowsCanBeTranslated)
 {
-    Display();
     EXPECT_EQ(LabelText("lblTopStrip"), "[here - Local - [2 web sites]]") << "else there is nothing to check";
     for (const char* command :
          {"mnuFile_Report", "mnuTools_PerfCounters", "mnuHelp_Contents", "mnuToolbars_Customize"})
         Trigger(command);
     QTest::qWait(200);  // the report is made beside the window
     for (const auto* key : {"1/Root/v", "1/Root/v/x.css"}) {
-        const auto& model = static_cast<const CacheTreeModel&>(*window->trvFiles->model());
-        window->trvFiles->setCurrentIndex(model.IndexOf(state->contents.tree.Find(key)));
+        Select(key);
         for (const auto* shown : QApplication::topLevelWidgets()) CheckWindow(*shown);
     }
-    for (const auto* action : window->findChildren<QAction*>())
-        ExpectBracketed(action->text(), *action, "action");
     EXPECT_GE(QApplication::topLevelWidgets().size(), 5) << "window, report, console, help, toolbar's dialog";
 }
 
 TEST_F(LanguageTest, EveryTextOfTheDialogsCanBeTranslated)
 {
-    Display();
     CheckWindow(frmOptions(state->settings, boxes));
     CheckWindow(frmAbout({*registry, outside, boxes}));
     frmFileInfo details({state->server, state->cache, boxes, pump, pointer, state->tempFiles}, {});
@@ -184,7 +161,6 @@ TEST_F(LanguageTest, EveryTextOfTheDialogsCanBeTranslated)
 
 TEST_F(LanguageTest, EveryMessageCanBeTranslated)
 {
-    Display();
     boxes.answer = BoxAnswer::No;
     Trigger("mnuTools_CleanCache");
     state->settings.LastServer = "nowhere";

@@ -3,9 +3,9 @@
 #include "export/frmDbExport.h"
 #include "export/frmReport.h"
 #include "shell/WindowRig.h"
+#include "support/OdbcCalls.h"
 #include "support/OdbcRig.h"
 
-#include <QAction>
 #include <QApplication>
 #include <QComboBox>
 #include <QLabel>
@@ -14,6 +14,9 @@
 #include <QTextBrowser>
 #include <QTimer>
 
+#include <map>
+#include <sstream>
+
 namespace {
 
 using Row = std::vector<OdbcValue>;
@@ -21,13 +24,7 @@ using Row = std::vector<OdbcValue>;
 // From a real cache through the main window into the report and a real database.
 class ScanSnapshotTest : public WindowRig {
 public:
-    void SetUp() override
-    {
-        FillStore();
-        Open(store.Folder());
-        window->Display();
-        boxes.shown.clear();
-    }
+    void SetUp() override { DisplayFilled(); }
 
     ScanSnapshot Snapshot() const { return {state->contents, "here", {45'000}, {}}; }
 
@@ -55,27 +52,28 @@ public:
         });
         Trigger("mnuFile_Export");
     }
-    Row Ask(const std::string& sql) const
+    Row First(const std::string& sql) const
     {
-        const auto database = OpenOdbc({rig.Sqlite(), "", ""}, std::chrono::seconds(10));
-        EXPECT_TRUE(database);
-        const auto statement = (*database)->Prepare(sql);
-        Row row;
-        EXPECT_TRUE(statement && (*statement)->Execute({}) && *(*statement)->Fetch(row)) << sql;
-        return row;
+        const auto rows = Ask(*::Open(rig.Sqlite()), sql);
+        EXPECT_TRUE(rows && !rows->empty()) << sql << Failure(rows);
+        return rows && !rows->empty() ? rows->front() : Row();
     }
 
     OdbcRig rig;
 };
 
-CacheFigures Summed(const ScanSnapshot& snapshot)
+// Its totals, those of its entries and those of its first site: count, hits and size.
+std::string Totals(const ScanSnapshot& snapshot)
 {
     CacheFigures sums;
     snapshot.ForEachEntry([&](const SnapshotEntry& entry) {
         sums.Add(entry.figures);
         return true;
     });
-    return sums;
+    std::ostringstream text;
+    for (const auto& figures : {snapshot.Totals(), sums, snapshot.Sites()[0].figures})
+        text << figures.count << ' ' << figures.totalHits << ' ' << figures.uncompressedSize << '|';
+    return text.str();
 }
 
 }  // namespace
@@ -84,45 +82,28 @@ TEST_F(ScanSnapshotTest, AgreesWithWhatTheWindowShows)
 {
     const auto snapshot = Snapshot();
     const auto& contents = state->contents;
-    EXPECT_EQ(snapshot.Totals().count, contents.totals.Count);
-    EXPECT_EQ(snapshot.Totals().totalHits, contents.totals.TotalHits);
-    EXPECT_GT(contents.totals.TotalHits, 0);
-    EXPECT_DOUBLE_EQ(snapshot.Totals().uncompressedSize, contents.totals.UncompressedSize);
+    EXPECT_EQ(Totals(snapshot), "3 30 2100|3 30 2100|3 30 2100|");
+    EXPECT_EQ(contents.totals.TotalHits, 30);
     EXPECT_DOUBLE_EQ(snapshot.Totals().compressedSize, contents.totals.CompressedSize);
-    EXPECT_EQ(Summed(snapshot).count, contents.totals.Count);
-    const auto types = snapshot.Types();
-    ASSERT_EQ(types.size(), contents.types.size());
-    for (const auto& shown : contents.types) {
-        const auto found = std::find_if(types.begin(), types.end(), [&](const SnapshotType& type) {
-            return type.type == shown.Extension;
-        });
-        ASSERT_NE(found, types.end()) << shown.Extension;
-        EXPECT_EQ(found->figures.count, shown.Count) << shown.Extension;
-        EXPECT_EQ(found->figures.totalHits, shown.TotalHits) << shown.Extension;
-        EXPECT_DOUBLE_EQ(found->figures.uncompressedSize, shown.UncompressedSize) << shown.Extension;
-    }
+    std::map<std::string, std::tuple<std::int64_t, std::int64_t, double>> told, shown;
+    for (const auto& [type, figures] : snapshot.Types())
+        told[type] = {figures.count, figures.totalHits, figures.uncompressedSize};
+    for (const auto& type : contents.types)
+        shown[type.Extension] = {type.Count, type.TotalHits, type.UncompressedSize};
+    EXPECT_EQ(told, shown);
     const auto sites = snapshot.Sites();
     ASSERT_EQ(sites.size(), 2U);
     EXPECT_EQ(sites[0].number, 1);
-    EXPECT_EQ(sites[0].figures.count, contents.totals.Count);
     EXPECT_EQ(sites[1].figures.count, 0);
     EXPECT_NE(sites[1].name.find("Empty"), std::string::npos);
 }
 
 TEST_F(ScanSnapshotTest, AgreesWithTheTreeAfterAFolderWasDeleted)
 {
-    const auto before = Snapshot().Totals();
-    const auto& model = static_cast<const CacheTreeModel&>(*window->trvFiles->model());
-    window->trvFiles->setCurrentIndex(model.IndexOf(state->contents.tree.Find("1/Root/dir")));
-    boxes.answer = BoxAnswer::Yes;
-    window->trvFiles->setFocus();
-    QTest::keyClick(window->trvFiles, Qt::Key_Delete);
-    ASSERT_EQ(state->contents.tree.Find("1/Root/dir"), kNoNode);
-    const auto after = Snapshot();
-    EXPECT_EQ(after.Totals().count, before.count - 1);
-    EXPECT_EQ(Summed(after).count, before.count - 1);
-    EXPECT_DOUBLE_EQ(after.Totals().uncompressedSize, before.uncompressedSize - 1000);
-    EXPECT_DOUBLE_EQ(after.Sites()[0].figures.uncompressedSize, before.uncompressedSize - 1000);
+    Select("1/Root/dir");
+    window->RemoveNodeCache();
+    ASSERT_FALSE(IndexOf("1/Root/dir").isValid());
+    EXPECT_EQ(Totals(Snapshot()), "2 20 1100|2 20 1100|2 20 1100|");
 }
 
 TEST_F(ScanSnapshotTest, TheReportAndAScanKeepOutOfEachOthersWay)
@@ -140,7 +121,7 @@ TEST_F(ScanSnapshotTest, TheReportAndAScanKeepOutOfEachOthersWay)
     pump.runs = 0;
     pump.onRun = [&](int run) {
         if (run > 1) return;  // the counters follow the scan
-        Report()->GenerateReport();
+        Trigger("mnuFile_Report");
         isTold = Report()->findChild<QLabel*>(QStringLiteral("lblState"))->text().contains(u"being read");
         EXPECT_FALSE(Report()->IsBusy()) << "no report while the scan changes what it reads";
     };
@@ -165,13 +146,13 @@ TEST_F(ScanSnapshotTest, TheWizardPutsTheScanIntoADatabase)
     });
     EXPECT_EQ(pump.runs, 0) << "no scan while the wizard is open";
     EXPECT_TRUE(boxes.shown.empty());
-    const auto& totals = state->contents.totals;
-    EXPECT_EQ(Ask(R"(SELECT COUNT(*), SUM("total_hits"), CAST(SUM("uncompressed_size") AS BIGINT) FROM )"
-                  R"("quillet_entries" WHERE "run" = 1 AND "site" = 1)"),
-              (Row{std::int64_t{totals.Count}, std::int64_t{totals.TotalHits},
-                   static_cast<std::int64_t>(totals.UncompressedSize)}));
-    EXPECT_EQ(Ask(R"(SELECT "site_rows", "entry_rows", "total_rows" FROM "quillet_runs")"),
-              (Row{std::int64_t{2}, std::int64_t{totals.Count}, std::int64_t{1}}));
+    const auto row = [](std::int64_t first, std::int64_t second, std::int64_t third) {
+        return Row{first, second, third};
+    };
+    EXPECT_EQ(First(R"(SELECT COUNT(*), SUM("total_hits"), CAST(SUM("uncompressed_size") AS BIGINT) FROM )"
+                    R"("quillet_entries" WHERE "run" = 1 AND "site" = 1)"),
+              row(3, 30, 2100));
+    EXPECT_EQ(First(R"(SELECT "site_rows", "entry_rows", "total_rows" FROM "quillet_runs")"), row(2, 3, 1));
     Trigger("mnuFile_Rescan");
     EXPECT_GT(pump.runs, 0);
 }
@@ -179,8 +160,8 @@ TEST_F(ScanSnapshotTest, TheWizardPutsTheScanIntoADatabase)
 TEST_F(ScanSnapshotTest, TheWindowClosesWhileAnExportRuns)
 {
     {
-        const auto holder = OpenOdbc({rig.Sqlite(), "", ""}, std::chrono::seconds(10));
-        ASSERT_TRUE(holder && (*holder)->Execute("BEGIN EXCLUSIVE"));  // so that the export has to wait
+        const auto holder = ::Open(rig.Sqlite());
+        ASSERT_TRUE(holder && holder->Execute("BEGIN EXCLUSIVE"));  // so that the export has to wait
         Export([&](frmDbExport& wizard) {
             auto* const pages = wizard.findChild<QStackedWidget*>(QStringLiteral("pages"));
             EXPECT_EQ(pages->currentWidget()->objectName(), u"pagRun");
@@ -189,5 +170,5 @@ TEST_F(ScanSnapshotTest, TheWindowClosesWhileAnExportRuns)
         EXPECT_FALSE(window->isVisible());
         window.reset();
     }
-    EXPECT_EQ(Ask("SELECT COUNT(*) FROM sqlite_master"), Row{std::int64_t{0}});
+    EXPECT_EQ(First("SELECT COUNT(*) FROM sqlite_master"), Row{std::int64_t{0}});
 }

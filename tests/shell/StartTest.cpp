@@ -21,9 +21,7 @@ TEST(OfferedSites, AreTheNumberedKeysInNumericOrder)
 
 TEST(SplitterHeight, IsWhatTheOthersLeave)
 {
-    EXPECT_EQ(SplitterHeight({700, 40, 20, 30}), 610);
     EXPECT_EQ(SplitterHeight({700, {}, 20, 30}), 650);
-    EXPECT_EQ(SplitterHeight({700, {}, {}, 30}), 670);
     EXPECT_EQ(SplitterHeight({100.4, 10.4, 10.4, 10.4}), 70);  // 100, 89.6 -> 90, 79.6 -> 80, 69.6 -> 70
     EXPECT_EQ(SplitterHeight({90, 40, 20, 30}), 0);
     EXPECT_EQ(SplitterHeight({89, 40, 20, 30}), std::nullopt);

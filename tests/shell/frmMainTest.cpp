@@ -2,8 +2,8 @@
 
 #include <QAbstractItemModelTester>
 #include <QContextMenuEvent>
+#include <QLineEdit>
 #include <QMenuBar>
-#include <QTest>
 
 namespace {
 
@@ -20,7 +20,7 @@ using frmMainTest = WindowRig;
 
 TEST_F(frmMainTest, ComesUpUnconnected)
 {
-    Open(store.Folder());
+    Open();
     EXPECT_EQ(window->windowTitle(), "Zentrel Quillet");
     EXPECT_EQ(LabelText("Version"), " Zentrel v1.0   ");
     EXPECT_EQ(LabelText("Status"), "");
@@ -38,7 +38,7 @@ TEST_F(frmMainTest, ComesUpUnconnected)
 TEST_F(frmMainTest, DisplayConnectsAndScans)
 {
     FillStore();
-    Open(store.Folder());
+    Open();
     state->settings.LastServer = "elsewhere";  // not remembered, so this machine is taken
     window->Display();
 
@@ -60,20 +60,10 @@ TEST_F(frmMainTest, DisplayConnectsAndScans)
     const auto site = model.index(0, 0, root);
     EXPECT_TRUE(tree.isExpanded(root) && !tree.isExpanded(site));
     Trigger("mnuFile_ExpandAll");
-    EXPECT_TRUE(tree.isExpanded(site) && tree.isExpanded(model.index(2, 0, site)) && tree.isVisible());
+    EXPECT_TRUE(tree.isExpanded(site) && tree.isExpanded(IndexOf("1/Root/v")) && tree.isVisible());
     EXPECT_EQ(tree.indexAt({0, 0}), root);
     Trigger("mnuFile_Rescan");
     EXPECT_EQ(TreeText(), kScanned);
-}
-
-TEST_F(frmMainTest, ScansTheChosenSitesAlone)
-{
-    FillStore();
-    Open(store.Folder());
-    state->first->sites = {{77, 2}};
-    window->Display();
-    EXPECT_EQ(TreeText(), "Internet Information Services\n Empty (nothing cached)\n");
-    EXPECT_EQ(LabelText("lblTopStrip"), "here - Local - 2 web sites");
 }
 
 TEST_F(frmMainTest, SaysThatThereIsNoServer)
@@ -85,6 +75,8 @@ TEST_F(frmMainTest, SaysThatThereIsNoServer)
                                   SystemText(Code::ServerUnavailable) + ")");
     EXPECT_EQ(LabelText("Connection"), "  Not connected - Error");
     EXPECT_EQ(window->windowTitle(), "Zentrel Quillet");
+    EXPECT_EQ(Find<QLineEdit>("TotalsValue(0)")->text(), "");
+    EXPECT_EQ(Find<ActivePanel>("apPane(3)")->Caption(), "Performance Summary");
     for (const char* command : {"mnuFile_Rescan", "mnuFile_ExpandAll", "Refresh", "mnuPopUp_Rescan"})
         Trigger(command);
     EXPECT_EQ(TreeText(), "");
@@ -97,14 +89,19 @@ TEST_F(frmMainTest, StopEndsTheScanThatRunsAndNoOther)
     FillStore();
     for (std::uint32_t i = 10; i < 200; ++i)
         store.Put(zentrel::SiteRootKey(1) + "/more/p" + std::to_string(i), TestStore::Entry(i, 100, 50));
-    Open(store.Folder());
+    Open();
     Trigger("Stop");
     window->Display();
     EXPECT_EQ(LabelText("Status"), "Found: 193 Files");
 
-    pump.onRun = [this, from = pump.runs](int run) {
+    pump.isLive = true;
+    pump.onRun = [this, from = pump.runs, depth = 0](int run) mutable {
+        EXPECT_EQ(++depth, 1) << "a second command while it scans";
         EXPECT_FALSE(window->trvFiles->isVisible() && run - from < 50);
+        for (const char* command : {"mnuFile_Rescan", "mnuFile_ExpandAll"})
+            if (window->trvFiles->isHidden()) Trigger(command);
         if (run - from == 50) QTest::keyClick(window.get(), Qt::Key_Escape);
+        --depth;
     };
     window->Rescan();
     const auto found = state->contents.totals.Count;
@@ -118,27 +115,11 @@ TEST_F(frmMainTest, StopEndsTheScanThatRunsAndNoOther)
     EXPECT_EQ(LabelText("Status"), "Found: 193 Files");
 }
 
-TEST_F(frmMainTest, TakesNoSecondCommandWhileItScans)
-{
-    FillStore();
-    Open(store.Folder());
-    pump.isLive = true;
-    int depth = 0;
-    pump.onRun = [&](int) {
-        EXPECT_EQ(++depth, 1);
-        for (const char* command : {"mnuFile_Rescan", "mnuFile_ExpandAll"})
-            if (window->trvFiles->isHidden()) Trigger(command);
-        --depth;
-    };
-    window->Display();
-    EXPECT_EQ(TreeText(), kScanned);
-}
-
 TEST_F(frmMainTest, ClosesWhenTheOperationInProgressHasEnded)
 {
     FillStore();
     for (const int runAtClose : {1, 3, 8}) {  // while it shows itself, connects, scans
-        Open(store.Folder());
+        Open();
         pump.runs = 0;
         pump.onRun = [&](int run) {
             const bool isClosed = run == runAtClose && window->close();
@@ -152,50 +133,28 @@ TEST_F(frmMainTest, ClosesWhenTheOperationInProgressHasEnded)
         EXPECT_EQ(pump.runs, runs) << runAtClose;
         EXPECT_EQ(TreeText(), "");
     }
-    Open(store.Folder());
-    pump.onRun = nullptr;
-    window->Display();
-    Trigger("mnuFile_Exit");
-    EXPECT_TRUE(window->IsUnloaded() && !window->isVisible());
 }
 
 TEST_F(frmMainTest, ThePanelsShowWhatWasFoundAndWhatIsSelected)
 {
-    FillStore();
-    Open(store.Folder());
-    window->Display();
+    DisplayFilled();
     EXPECT_EQ(LabelText("lblCacheInfo(1)"), "3");
-    const auto* const types = window->findChild<QTreeView*>(QStringLiteral("lstFileTypes"));
-    EXPECT_EQ(types->model()->rowCount(), 2);
-    const auto* const values = window->findChild<ActivePanel*>(QStringLiteral("apPane(3)"));
-    EXPECT_EQ(values->Caption(), "Performance Summary");
-    EXPECT_NE(window->findChild<QWidget*>(QStringLiteral("TotalsValue(18)")), nullptr);
+    EXPECT_EQ(Find<QTreeView>("lstFileTypes")->model()->rowCount(), 2);
+    EXPECT_NE(Find("TotalsValue(18)"), nullptr);
+    const struct {
+        const char *key, *caption, *ratio;
+    } selections[] = {{"1/Root/dir/page.htm", "File Information", "50.00%"},
+                      {"1/Root/dir", "Directory Information (1 Files)", "50.00%"},
+                      {"1/Root", "File Information", ""}};
+    for (const auto& [key, caption, ratio] : selections) {
+        Select(key);
+        EXPECT_EQ(Find<ActivePanel>("apPane(2)")->Caption(), caption);
+        EXPECT_EQ(LabelText("lblFileInfo(4)"), ratio) << key;
+    }
 
-    window->ExpandAll();
-    const auto* const file = window->findChild<ActivePanel*>(QStringLiteral("apPane(2)"));
-    const auto select = [&](const QString& text) {
-        const auto& model = *window->trvFiles->model();
-        window->trvFiles->setCurrentIndex(model.match(model.index(0, 0), Qt::DisplayRole, text, 1,
-                                                      Qt::MatchStartsWith | Qt::MatchRecursive)[0]);
-    };
-    select("page.htm");
-    EXPECT_EQ(LabelText("lblFileInfo(4)"), "50.00%");
-    EXPECT_EQ(file->Caption(), "File Information");
-    select("dir");
-    EXPECT_EQ(file->Caption(), "Directory Information (1 Files)");
-    select("Docs");
-    EXPECT_EQ(file->Caption(), "File Information");
-    EXPECT_EQ(LabelText("lblFileInfo(4)"), "");
-
-    // A closed panel leaves its room to its neighbour.
-    Trigger("mnuInfo_Item(2)");
-    EXPECT_FALSE(file->isVisible());
-    Trigger("mnuInfo_Item(2)");
-    EXPECT_TRUE(file->isVisible());
     window->trvFiles->setFocus();
     QTest::keyClick(window.get(), Qt::Key_F6, Qt::ControlModifier);
-    EXPECT_TRUE(
-        window->findChild<ActivePanel*>(QStringLiteral("apPane(0)"))->isAncestorOf(window->focusWidget()));
+    EXPECT_TRUE(Find("apPane(0)")->isAncestorOf(window->focusWidget()));
     QTest::keyClick(window.get(), Qt::Key_F6, Qt::ShiftModifier);
     EXPECT_EQ(window->focusWidget(), window->trvFiles);
 }
@@ -205,8 +164,11 @@ TEST_F(frmMainTest, ShowsMarkupAndHostileNamesAsTheyAre)
     store.PutSite(1, "<b>Site</b> \xE2\x80\xAE"
                      "evil\n");
     store.Put(zentrel::SiteRootKey(1) + "/<img src=x>.htm", TestStore::Entry(1, 1000, 500));
-    Open(store.Folder());
+    store.PutSite(2, "not chosen");
+    Open();
+    state->first->sites = {{77, 1}};
     window->Display();
+    EXPECT_EQ(LabelText("lblTopStrip"), "here - Local - 2 web sites");
     EXPECT_EQ(
         TreeText(),
         "Internet Information Services\n <b>Site</b> \uFFFDevil\u240A\n  <img src=x>.htm (50%) Remains\n");
@@ -216,55 +178,67 @@ TEST_F(frmMainTest, ShowsMarkupAndHostileNamesAsTheyAre)
 
 TEST_F(frmMainTest, TheRowsMenuOffersWhatItsRowAllows)
 {
-    FillStore();
-    Open(store.Folder());
-    window->Display();
+    DisplayFilled();
     window->ExpandAll();
     auto& tree = *window->trvFiles;
     auto* const menu = window->mnuPopUp_Tree;
-    auto* const refresh = window->findChild<QAction*>("mnuPopUp_Refresh");
     const auto ask = [&](QContextMenuEvent::Reason reason, const QPoint& place) {
         menu->hide();
         QContextMenuEvent event(reason, place, tree.viewport()->mapToGlobal(place));
         QCoreApplication::sendEvent(tree.viewport(), &event);
+        return menu->isVisible();
     };
     QModelIndex row = tree.model()->index(0, 0);
     for (const bool isUrl : {false, false, false, true, true, false, true, false}) {
-        ask(QContextMenuEvent::Mouse, tree.visualRect(row).center());
-        EXPECT_TRUE(menu->isVisible());
+        EXPECT_TRUE(ask(QContextMenuEvent::Mouse, tree.visualRect(row).center()));
         EXPECT_EQ(tree.currentIndex(), row);
-        EXPECT_EQ(refresh->isEnabled(), isUrl) << row.data().toString().toStdString();
+        EXPECT_EQ(Find<QAction>("mnuPopUp_Refresh")->isEnabled(), isUrl)
+            << row.data().toString().toStdString();
         row = tree.indexBelow(row);
     }
     EXPECT_FALSE(row.isValid());
-    ask(QContextMenuEvent::Mouse, {5, tree.viewport()->height() - 2});
-    EXPECT_FALSE(menu->isVisible());
-    ask(QContextMenuEvent::Keyboard, {0, 0});
-    EXPECT_TRUE(menu->isVisible());
+    EXPECT_FALSE(ask(QContextMenuEvent::Mouse, {5, tree.viewport()->height() - 2}));
+    EXPECT_TRUE(ask(QContextMenuEvent::Keyboard, {0, 0}));
     EXPECT_EQ(tree.currentIndex().data(), "Empty (nothing cached)");
+    menu->hide();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    tree.setFocus();
+    QTest::keyClick(&tree, Qt::Key_F10, Qt::ShiftModifier);
+    EXPECT_TRUE(menu->isVisible());
     menu->hide();
 }
 
 TEST_F(frmMainTest, DividesItsInnerAreaWithoutGapOrOverlap)
 {
-    Open(store.Folder());
+    Open();
     window->show();
     const auto expectFilled = [this] {
         QCoreApplication::processEvents();
-        const auto area = window->centralWidget()->rect();
-        EXPECT_EQ(window->TopStrip->geometry().topLeft(), area.topLeft());
+        const auto* const area = window->centralWidget();
+        EXPECT_EQ(window->TopStrip->geometry().topLeft(), area->rect().topLeft());
         EXPECT_EQ(window->spltMain->geometry().top(), window->TopStrip->geometry().bottom() + 1);
-        EXPECT_EQ(window->spltMain->geometry().bottomRight(), area.bottomRight());
+        EXPECT_EQ(window->spltMain->geometry().bottomRight(), area->rect().bottomRight());
+        return area->geometry();
     };
     expectFilled();
-    window->resize(500, 333);
+    window->resize(window->minimumSizeHint().width(), 333);
     expectFilled();
-    window->Toolbar->hide();
-    expectFilled();
-    window->StatusBar->hide();
-    expectFilled();
+    auto* const more = window->Toolbar->findChild<QWidget*>("qt_toolbar_ext_button");
+    EXPECT_TRUE(more->isVisible() && !more->accessibleName().isEmpty()) << "nothing is left out";
+    const int folded = window->Toolbar->height();
+    QTest::mouseClick(more, Qt::LeftButton);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return window->Toolbar->height() > folded; }));
+    for (int i = 0; i < 2; ++i) {
+        Trigger("mnuView_StatusBar");
+        expectFilled();
+    }
+    Trigger("mnuToolbars_Main");
+    EXPECT_EQ(expectFilled().top(), window->menuBar()->geometry().bottom() + 1);
+    Trigger("mnuView_StatusBar");
+    EXPECT_EQ(expectFilled().bottom(), window->rect().bottom());
 
-    window->StatusBar->show();
+    Trigger("mnuView_StatusBar");
+    window->resize(500, 333);
     const auto least = window->minimumSizeHint().width();
     window->SetStatus(std::string(100'000, 'W'));
     window->SetConnStatus("Connected to " + std::string(1000, 'W'));

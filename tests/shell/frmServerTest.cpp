@@ -32,18 +32,6 @@ public:
         store.Put(zentrel::SiteKey(number), properties);
     }
 
-    void PutSites(std::uint32_t count)
-    {
-        auto opened = zentrel::Metabase::Open(store.Folder(), zentrel::Metabase::Access::Write);
-        auto txn = (*opened)->BeginWrite();
-        for (std::uint32_t site = 1; site <= count; ++site) {
-            zentrel::PropertySet properties;
-            properties.SetText(zentrel::Prop::ServerComment, "Site " + std::to_string(site));
-            ASSERT_TRUE(txn->SetProperties(zentrel::SiteKey(site), properties));
-        }
-        ASSERT_TRUE(txn->Commit());
-    }
-
     // Shows the dialog and runs the script once it can be used; it is cancelled if it is still there then.
     void Show(const std::function<void(frmServer&)>& script)
     {
@@ -65,15 +53,6 @@ public:
         QTest::keyClicks(dialog.cmbServer, text);
     }
     static void Click(QWidget* widget) { QTest::mouseClick(widget, Qt::LeftButton); }
-    static QPoint NameOf(const frmServer& dialog, int row)
-    {
-        return dialog.lstSites->visualRect(dialog.lstSites->model()->index(row, 0)).center();
-    }
-    static QPoint MarkOf(const frmServer& dialog, int row)
-    {
-        const auto place = dialog.lstSites->visualRect(dialog.lstSites->model()->index(row, 0));
-        return {place.left() + 10, place.center().y()};
-    }
     std::string Checked() const
     {
         std::string text;
@@ -121,6 +100,9 @@ TEST_F(frmServerTest, ChecksByMouseAndKeyAndSortsAndKeepsTheChoice)
     Show([&](frmServer& dialog) {
         auto& list = *dialog.lstSites;
         const auto& header = *list.header();
+        const auto cell = [&](int row) { return list.visualRect(list.model()->index(row, 0)); };
+        const auto name = [&](int row) { return cell(row).center(); };
+        const auto mark = [&](int row) { return QPoint(cell(row).left() + 10, cell(row).center().y()); };
         Click(dialog.cmdSelAll);
         EXPECT_EQ(Checked(), "123");
         Click(dialog.cmdUnselAll);
@@ -129,16 +111,16 @@ TEST_F(frmServerTest, ChecksByMouseAndKeyAndSortsAndKeepsTheChoice)
         EXPECT_EQ(boxes.shown.size(), 1U);
         EXPECT_TRUE(dialog.isVisible());
 
-        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, MarkOf(dialog, 0));
+        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, mark(0));
         EXPECT_EQ(Checked(), "1");
-        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, NameOf(dialog, 1));
-        QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, NameOf(dialog, 1));
+        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, name(1));
+        QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, name(1));
         EXPECT_EQ(Checked(), "12");
-        QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, MarkOf(dialog, 0));
+        QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, mark(0));
         EXPECT_EQ(Checked(), "12");  // two clicks, each of which turned it
 
-        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, NameOf(dialog, 0));
-        QTest::mouseClick(list.viewport(), Qt::LeftButton, Qt::ControlModifier, NameOf(dialog, 2));
+        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, name(0));
+        QTest::mouseClick(list.viewport(), Qt::LeftButton, Qt::ControlModifier, name(2));
         Click(dialog.cmdToggle);
         EXPECT_EQ(Checked(), "23");
         QTest::keyClick(&list, Qt::Key_Space);  // the current row's mark goes, and its fellow's
@@ -217,7 +199,12 @@ TEST_F(frmServerTest, AnEntryPickedFromTheListIsConnectedAtOnce)
 
 TEST_F(frmServerTest, TenThousandSitesAreListed)
 {
-    PutSites(10'001);
+    store.Write([](auto& txn) {
+        zentrel::PropertySet site;
+        site.SetText(zentrel::Prop::ServerComment, "Site");
+        for (std::uint32_t number = 1; number <= 10'001; ++number)
+            ASSERT_TRUE(txn.SetProperties(zentrel::SiteKey(number), site));
+    });
     Show([&](frmServer& dialog) {
         EXPECT_EQ(dialog.lstSites->model()->rowCount(), 10'000);
         EXPECT_EQ(dialog.lblState->text(),

@@ -1,9 +1,11 @@
 #include "stats/CounterText.h"
 #include "stats/PerfSummary.h"
+#include "support/KeptBoxes.h"
+#include "support/ScriptedSource.h"
 
 #include <gtest/gtest.h>
 
-#include <map>
+#include <utility>
 
 namespace {
 
@@ -44,12 +46,15 @@ struct Screen : SummaryScreen {
     }
 };
 
-class PerfSummaryTest : public testing::Test,
-                        protected CounterSource,
-                        protected MessageBoxes,
-                        protected MessagePump {
+class PerfSummaryTest : public testing::Test, protected KeptBoxes, protected MessagePump {
 protected:
-    PerfSummaryTest() { Open({"Bytes Compressed", "Bytes Uncompressed Equiv", "Bandwidth Savings"}); }
+    PerfSummaryTest()
+    {
+        published = {{"Z", "_Total", "C", PdhType::LargeRawCount, 100, "c"},
+                     {"Z", "_Total", "U", PdhType::RawCount, 300, "u"},
+                     {"Z", "_Total", "d", PdhType::RawFraction, 12.5, "d"}};
+        Open({"Bytes Compressed", "Bytes Uncompressed Equiv", "Bandwidth Savings"});
+    }
 
     void Open(std::initializer_list<const char*> labels)
     {
@@ -59,37 +64,32 @@ protected:
             counters.AddCounter("\\Z(_Total)\\" + std::string(1, label[6]), label);
         summary.BuildPerfRows();
     }
-
-    Result<std::vector<PublishedCounter>> Read(const std::string&) override
-    {
-        ++reads;
-        if (onRead) std::exchange(onRead, nullptr)();
-        if (hasFailed) return Fail(5, "test");
-        return std::vector<PublishedCounter>{{"Z", "_Total", "C", PdhType::LargeRawCount, compressed, "c"},
-                                             {"Z", "_Total", "U", PdhType::RawCount, equivalent, "u"},
-                                             {"Z", "_Total", "d", PdhType::RawFraction, 12.5, "d"}};
-    }
-    void Leave() override {}
     BoxAnswer Show(const std::string& text, BoxStyle style, const std::string& title) override
     {
-        boxes +=
-            title + ": " + text.substr(0, text.find(" - ")) + (style == BoxStyle::Exclamation ? "!" : "");
+        EXPECT_EQ(style, BoxStyle::Exclamation);
         summary.UpdatePerfSummary();  // a tick behind the box
-        return BoxAnswer::Ok;
+        return KeptBoxes::Show(text, style, title);
     }
     void Run() override
     {
         ++runs;
         if (onRun) std::exchange(onRun, nullptr)();
     }
+    void OnceOnRead(const std::function<void()>& what)
+    {
+        source.onRead = [this, what] {
+            const auto once = what;  // what is held here goes with the assignment
+            source.onRead = [] {};
+            once();
+        };
+    }
 
-    double compressed = 100, equivalent = 300;
-    bool hasFailed = false;
-    int reads = 0, runs = 0;
-    std::string boxes;
-    std::function<void()> onRead, onRun;
+    int runs = 0;
+    std::function<void()> onRun;
     Screen screen;
-    PerformanceData library{*this};
+    ScriptedSource source;
+    std::vector<PublishedCounter>& published = source.machines[""];
+    PerformanceData library{source};
     modPerfCntr counters{library};
     PerfSummary summary{counters, kLocale, {screen, *this, *this, [] { return std::string("T"); }}};
 };
@@ -98,13 +98,13 @@ TEST_F(PerfSummaryTest, ShowsEveryCounterAndTheBoost)
 {
     EXPECT_EQ(screen.captions, "Bytes Compressed: Bytes Uncompressed Equiv: Bandwidth Savings:! ");
     EXPECT_EQ(screen.Values(), "--- --- --- ");
-    const int before = reads;
+    source.calls.clear();
     summary.UpdatePerfSummary();
     EXPECT_EQ(screen.Values(), "100 300 12.50% ");
     EXPECT_EQ(screen.caption, "Performance Summary (Boost 200.00%)");
-    EXPECT_EQ(reads, before + 1);
+    EXPECT_EQ(source.calls, "read() ");
     EXPECT_EQ(runs, 3);
-    compressed = 0;
+    published[0].value = 0;
     summary.UpdatePerfSummary();
     EXPECT_EQ(screen.caption, "Performance Summary");
     screen.values.pop_back();
@@ -119,15 +119,14 @@ TEST_F(PerfSummaryTest, ShowsEveryCounterAndTheBoost)
 TEST_F(PerfSummaryTest, TellsOfAFailedCollectionOnce)
 {
     summary.UpdatePerfSummary();
-    hasFailed = true;
+    source.errors[""] = Code::AccessDenied;
     for (int i = 0; i < 2; ++i) summary.UpdatePerfSummary();
-    EXPECT_EQ(boxes.substr(0, 46), "T: Cannot collect performance data\nError 0xC00") << boxes;
-    EXPECT_EQ(boxes.find("!"), boxes.size() - 1);
+    ASSERT_EQ(shown.size(), 1U);
+    EXPECT_TRUE(shown[0].starts_with("T: Cannot collect performance data\nError 0xC00")) << shown[0];
     EXPECT_EQ(screen.Values(), "100 300 12.50% ") << "stale values stay";
     summary.ForgetCollectionWarning();
-    boxes.clear();
     summary.UpdatePerfSummary();
-    EXPECT_FALSE(boxes.empty());
+    EXPECT_EQ(shown.size(), 2U);
 }
 
 TEST_F(PerfSummaryTest, SurvivesWhateverHappensWhileMessagesRun)
@@ -142,21 +141,22 @@ TEST_F(PerfSummaryTest, SurvivesWhateverHappensWhileMessagesRun)
         Open({"Bytes Uncompressed Equiv"});
         summary.UpdatePerfSummary();
     };
-    for (auto* const moment : {&onRun, &onRead}) {
+    for (const bool isInRead : {false, true}) {
         Open({"Bytes Compressed", "Bandwidth Savings"});
-        *moment = reconnect;
+        isInRead ? OnceOnRead(reconnect) : void(onRun = reconnect);
         summary.UpdatePerfSummary();
         EXPECT_EQ(screen.Values(), "300 ") << "the new connection's rows";
         EXPECT_EQ(screen.caption, "Performance Summary");
     }
 
     Open({"Bytes Compressed"});
-    const int before = reads;
-    onRead = onRun = [this] { summary.UpdatePerfSummary(); };
+    source.calls.clear();
+    onRun = [this] { summary.UpdatePerfSummary(); };
+    OnceOnRead(onRun);
     summary.UpdatePerfSummary();
-    EXPECT_EQ(reads, before + 1) << "ticks do not pile up";
+    EXPECT_EQ(source.calls, "read() ") << "ticks do not pile up";
     summary.UpdatePerfSummary();
-    EXPECT_EQ(reads, before + 2);
+    EXPECT_EQ(source.calls, "read() read() ");
 }
 
 }  // namespace

@@ -3,6 +3,8 @@
 #include "base/Text.h"
 #include "help/HelpBook.h"
 
+#include <algorithm>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,12 +14,10 @@ inline std::vector<std::string> CellsOf(std::string_view line)
 {
     std::vector<std::string> cells;
     if (!line.starts_with('|') || line.starts_with("|--")) return cells;
-    for (line.remove_prefix(1); !line.empty();) {
-        const auto end = std::min(line.find('|'), line.size());
-        std::string cell(TrimBlanks(line.substr(0, end)));
-        std::erase(cell, '`');
-        cells.push_back(std::move(cell));
-        line.remove_prefix(std::min(end + 1, line.size()));
+    std::istringstream rest(std::string(line.substr(1)));
+    for (std::string cell; std::getline(rest, cell, '|');) {
+        cells.emplace_back(TrimBlanks(cell));
+        std::erase(cells.back(), '`');
     }
     return cells;
 }
@@ -28,11 +28,8 @@ inline std::vector<std::vector<std::string>> TableRows(const HelpBook& book, std
 {
     std::vector<std::vector<std::string>> rows;
     const auto text = book.TextOf(key);
-    auto rest = std::string_view(text).substr(std::min(text.find(heading), text.size()));
-    while (!rest.empty()) {
-        const auto end = std::min(rest.find('\n'), rest.size());
-        if (auto cells = CellsOf(rest.substr(0, end)); !cells.empty()) rows.push_back(std::move(cells));
-        rest.remove_prefix(std::min(end + 1, rest.size()));
-    }
+    std::istringstream lines(text.substr(std::min(text.find(heading), text.size())));
+    for (std::string line; std::getline(lines, line);)
+        if (auto cells = CellsOf(line); !cells.empty()) rows.push_back(std::move(cells));
     return rows;
 }

@@ -66,16 +66,6 @@ SQLRETURN SQLGetInfo(SQLHDBC, SQLUSMALLINT, SQLPOINTER value, SQLSMALLINT size, 
     return SQL_SUCCESS_WITH_INFO;
 }
 
-SQLRETURN SQLSetConnectAttr(SQLHDBC, SQLINTEGER, SQLPOINTER, SQLINTEGER)
-{
-    return SQL_SUCCESS;
-}
-
-SQLRETURN SQLEndTran(SQLSMALLINT, SQLHANDLE, SQLSMALLINT)
-{
-    return SQL_SUCCESS;
-}
-
 SQLRETURN SQLPrepare(SQLHSTMT handle, SQLCHAR* sql, SQLINTEGER length)
 {
     Of(handle).sin.assign(reinterpret_cast<const char*>(sql), static_cast<std::size_t>(length));
@@ -86,11 +76,6 @@ SQLRETURN SQLExecute(SQLHSTMT handle)
 {
     if (Of(handle).sin == "states") return SQL_ERROR;
     return Of(handle).sin == "needs" ? SQL_NEED_DATA : SQL_SUCCESS;
-}
-
-SQLRETURN SQLFreeStmt(SQLHSTMT, SQLUSMALLINT)
-{
-    return SQL_SUCCESS;
 }
 
 SQLRETURN SQLNumParams(SQLHSTMT handle, SQLSMALLINT* count)

@@ -57,8 +57,22 @@ public:
 
     std::filesystem::path Folder() const { return m_folder.Path(); }
     std::filesystem::path Socket() const { return m_folder.Path() / "liar.sock"; }
+    zentrel::RemoteTarget Target() const
+    {
+        zentrel::RemoteTarget target;
+        target.socket = Socket();
+        return target;
+    }
     int Calls() const { return m_service.calls; }
     void Stop() { m_server->Shutdown(std::chrono::system_clock::now()); }
+
+    // Lies in one call, always the same.
+    static Script Only(std::string call, Answer answer)
+    {
+        return [call = std::move(call), answer = std::move(answer)](const std::string& name, const auto&) {
+            return name == call ? std::optional(answer) : std::nullopt;
+        };
+    }
 
     static Answer Honest(const std::string& call)
     {

@@ -30,12 +30,22 @@ class OdbcRig {
 public:
     OdbcRig() : m_folder(std::move(*TempFolder::Make("quillet-odbc")))
     {
+        setenv("ODBCINI", UserFile().c_str(), 1);
+        setenv("ODBCSYSINI", m_folder.Path().c_str(), 1);
         // What they keep for the whole process would count as lost once the driver manager unloads them.
         for (const auto& library :
              {std::string("libpq.so.5"), Driver("libsqlite3odbc.so"), std::string("libodbcinst.so.2")})
             EXPECT_NE(dlopen(library.c_str(), RTLD_NOW | RTLD_NODELETE), nullptr);
         AddSource(Sqlite(), {{"Driver", Driver("libsqlite3odbc.so")}, {"Database", SqliteFile()}});
     }
+
+    ~OdbcRig()
+    {
+        unsetenv("ODBCINI");
+        unsetenv("ODBCSYSINI");
+    }
+    OdbcRig(const OdbcRig&) = delete;
+    OdbcRig& operator=(const OdbcRig&) = delete;
 
     std::string Sqlite() const { return Unique("lite"); }  // names of data sources
     std::string Postgresql() const { return Unique("server"); }
@@ -89,32 +99,6 @@ public:
     }
 
 private:
-    // A variable of the environment for as long as it lives.
-    class Variable {
-    public:
-        Variable(const char* name, const std::string& value) : m_name(name)
-        {
-            if (const char* const before = std::getenv(name))
-                m_before = std::make_unique<std::string>(before);
-            setenv(name, value.c_str(), 1);
-        }
-        ~Variable()
-        {
-            if (m_before != nullptr)
-                setenv(m_name, m_before->c_str(), 1);
-            else
-                unsetenv(m_name);
-        }
-        Variable(const Variable&) = delete;
-        Variable& operator=(const Variable&) = delete;
-
-    private:
-        const char* m_name;
-        std::unique_ptr<std::string> m_before;
-    };
-
     TempFolder m_folder;
-    Variable m_user{"ODBCINI", UserFile()};
-    Variable m_machine{"ODBCSYSINI", m_folder.Path().string()};
     std::unique_ptr<PostgresRig> m_server;
 };

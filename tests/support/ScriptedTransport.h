@@ -2,6 +2,7 @@
 
 #include "zentrel/Session.h"
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -18,9 +19,9 @@ public:
 
     std::vector<Row> rows;
     std::size_t rowsInBatch = 3;
-    std::size_t failAfter = SIZE_MAX;  // rows, then the stream breaks
     std::uint32_t openError = 0;
     std::vector<std::uint32_t> connectErrors;  // of the next connections, in turn; 0 = it succeeds
+    std::function<Result<zentrel::CounterTotals>()> counters = [] { return zentrel::CounterTotals{}; };
 
     std::string LocalName() const override { return "liar"; }
     Result<std::shared_ptr<zentrel::Session>> Connect(std::string_view) override
@@ -45,7 +46,6 @@ private:
         {
             batch.Clear();
             for (std::size_t i = 0; i < m_script->rowsInBatch && m_at < m_script->rows.size(); ++i, ++m_at) {
-                if (m_at >= m_script->failAfter) return Fail(Code::ServerUnavailable, "test");
                 const auto& row = m_script->rows[m_at];
                 batch.Add({row.depth, row.childCount, row.name, row.properties.Packed()});
             }
@@ -57,6 +57,8 @@ private:
         std::size_t m_at = 0;
     };
 
+public:
+    // A session of a server that has nothing but its script; for tests to derive from.
     class ScriptedSession : public zentrel::Session {
     public:
         explicit ScriptedSession(std::shared_ptr<ScriptedTransport> script) : m_script(std::move(script)) {}
@@ -89,7 +91,7 @@ private:
             return Fail(Code::NotSupported, "test");
         }
         Done ResetCounters() override { return {}; }
-        Result<zentrel::CounterTotals> ReadCounters() override { return zentrel::CounterTotals{}; }
+        Result<zentrel::CounterTotals> ReadCounters() override { return m_script->counters(); }
 
     private:
         std::shared_ptr<ScriptedTransport> m_script;

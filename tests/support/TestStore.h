@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/TempFolder.h"
+#include "zentrel/CachedFile.h"
 #include "zentrel/KeyPath.h"
 #include "zentrel/Metabase.h"
 #include "zentrel/RecordLayout.h"
@@ -8,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
 #include <string>
 #include <string_view>
 
@@ -21,14 +24,21 @@ public:
 
     std::filesystem::path Folder() const { return m_folder.Path() / "data"; }
 
-    void Put(std::string_view path, const zentrel::PropertySet& properties)
+    // All in one transaction: `fill` is called with it.
+    template <class Fill>
+    void Write(const Fill& fill) const
     {
         auto store = zentrel::Metabase::Open(Folder(), zentrel::Metabase::Access::Write);
         ASSERT_TRUE(store);
         auto txn = (*store)->BeginWrite();
         ASSERT_TRUE(txn);
-        ASSERT_TRUE(txn->SetProperties(path, properties));
+        fill(*txn);
         ASSERT_TRUE(txn->Commit());
+    }
+
+    void Put(std::string_view path, const zentrel::PropertySet& properties) const
+    {
+        Write([&](auto& txn) { ASSERT_TRUE(txn.SetProperties(path, properties)); });
     }
 
     void PutSite(std::uint32_t site, std::string_view comment)
@@ -46,6 +56,15 @@ public:
         properties.SetText(zentrel::Prop::KeyType, zentrel::kVirtualDirType);
         properties.SetText(zentrel::Prop::VirtualRoot, target);
         Put(path, properties);
+    }
+
+    // What an entry's id leads to, packed by gzip.
+    void PutCacheFile(std::uint32_t id, const zentrel::Bytes& bytes) const
+    {
+        const auto file = Folder() / "cache" / zentrel::CachedFile{id, zentrel::Encoding::Gzip, 0}.Path();
+        std::filesystem::create_directories(file.parent_path());
+        std::ofstream(file, std::ios::binary)
+            .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
     }
 
     static zentrel::PropertySet Entry(std::uint32_t id, std::uint64_t size, std::uint64_t compressed,

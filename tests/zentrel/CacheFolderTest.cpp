@@ -45,6 +45,7 @@ TEST(CachedFile, OnlyTheNamesThatItMakesAreRead)
         {{0x1234, Encoding::Deflate, 0}, "12/1234.deflate"},
         {{0x7FFFFFFF, Encoding::Gzip, ~std::uint64_t{0}}, "7FFFFF/7FFFFFFF/FFFFFFFFFFFFFFFF.gzip"},
         {{0x1234, Encoding::Gzip, 0xABCD}, "12/1234/00000000ABCD.gzip"},
+        {{0x1234, Encoding::Gzip, 0x1'0000'000F}, "12/1234/00010000000F.gzip"},
     };
     for (const auto& [file, path] : cases) {
         EXPECT_EQ(file.Path(), path);
@@ -53,7 +54,7 @@ TEST(CachedFile, OnlyTheNamesThatItMakesAreRead)
     for (const auto* path :
          {"", ".gzip", "0/0.gzip", "0/1", "1/1.gzip", "0/01.gzip", "0/1.GZIP", "12/123a.gzip",
           "FFFFFFFF/FFFFFF00.gzip", "12/1234/ABCD.gzip", "12/1234/000000000000.gzip",
-          "12/1234/00000000ABCD/x.gzip", "../0/1.gzip", "/0/1.gzip", "0/1.gzip/", "0/+1.gzip"})
+          "12/1234/00000000ABCD/x.gzip", "../0/1.gzip", "/0/1.gzip", "0/+1.gzip"})
         EXPECT_FALSE(CachedFile::Parse(path)) << path;
 }
 

@@ -130,17 +130,14 @@ TEST(Decompressor, DamagedDataAreAnErrorWhereverTheyAreDamaged)
     Decompressor decompressor;
     const auto packed = Compress(compressor, Numbers(5000), CompressMode::Gzip, 6, 8096);
     for (std::size_t length = 0; length < packed.size(); length += 13) {
-        const auto cut =
-            Decompress(decompressor, Bytes(packed.begin(), packed.begin() + static_cast<long>(length)), 512);
+        const auto cut = Decompress(decompressor, {packed.data(), packed.data() + length}, 512);
         ASSERT_FALSE(cut);
         EXPECT_TRUE(cut.error().Is(Code::InvalidData)) << length;
     }
-    auto wrong = packed;
-    wrong[packed.size() - 6] ^= std::byte{1};  // in the check sum
-    EXPECT_FALSE(Decompress(decompressor, wrong, 512));
-    wrong = packed;
-    wrong.insert(wrong.end(), {std::byte{0}, std::byte{7}});  // no padding
-    EXPECT_FALSE(Decompress(decompressor, wrong, 512));
+    auto badSum = packed, noPadding = packed;
+    badSum[packed.size() - 6] ^= std::byte{1};
+    noPadding.insert(noPadding.end(), {std::byte{0}, std::byte{7}});
+    for (const auto& wrong : {badSum, noPadding}) EXPECT_FALSE(Decompress(decompressor, wrong, 512));
     EXPECT_FALSE(Decompress(decompressor, Bytes(8192), 8192));
     EXPECT_FALSE(decompressor.DecompressBlock(packed));  // over since the error
 }

@@ -57,7 +57,6 @@ TEST(ConfigFile, AFileIsReadWholeOrRefusedByName)
             << read.error().description;
         return read.error();
     };
-    EXPECT_EQ(failure().code, Code::FileNotFound);
     std::ofstream(file) << "a = 1\n";
     EXPECT_EQ(Shown(*zentrel::ReadConfig(file)), "0: \n1:a=1\n");
     std::ofstream(file) << "b\n";

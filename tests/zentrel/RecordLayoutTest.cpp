@@ -49,19 +49,13 @@ RecordBytes NewStatisticsRecord(std::uint32_t header)
 
 TEST(RecordLayout, EveryLayoutReadsTheSameInBothByteOrders)
 {
-    for (const auto header : {0x01000300U, 0x01090300U}) {
-        EXPECT_EQ(ParseCacheRecord(NewCacheRecord(header)), Expected(3)) << header;
-        EXPECT_EQ(ParseCacheRecord(Twin(NewCacheRecord(header), layout::kCache)), Expected(3)) << header;
-    }
-    struct Case {
-        std::uint32_t header;
-        std::uint8_t version;
-    };
-    for (const auto& [header, version] :
-         {Case{0x01000200, 2}, {0x01000100, 1}, {0x00000100, 1}, {0x01070000, 0}}) {
-        EXPECT_EQ(ParseCacheRecord(OldCacheRecord(header)), Expected(version)) << header;
-        EXPECT_EQ(ParseCacheRecord(Twin(OldCacheRecord(header), layout::kOldCache)), Expected(version))
-            << header;
+    const std::pair<std::uint32_t, std::uint8_t> cases[] = {
+        {0x01000300, 3}, {0x01090300, 3}, {0x01000200, 2}, {0x01000100, 1}, {0x00000100, 1}, {0x01070000, 0}};
+    for (const auto& [header, version] : cases) {
+        const auto record = version == 3 ? NewCacheRecord(header) : OldCacheRecord(header);
+        const auto letters = version == 3 ? layout::kCache : layout::kOldCache;
+        EXPECT_EQ(ParseCacheRecord(record), Expected(version)) << header;
+        EXPECT_EQ(ParseCacheRecord(Twin(record, letters)), Expected(version)) << header;
     }
     for (const auto header : {0x01000100U, 0x01050000U, 0x00000100U}) {
         EXPECT_EQ(ParseStatisticsRecord(NewStatisticsRecord(header)), kStatistics) << header;
@@ -113,21 +107,6 @@ TEST(RecordLayout, WhatIsWrittenIsTheNewestLayoutByteForByte)
     expected.resize(StatisticsRecord::kSize);
     const auto statistics = WriteStatisticsRecord(kStatistics);
     EXPECT_EQ(RecordBytes(statistics.begin(), statistics.end()), expected);
-}
-
-TEST(RecordLayout, CachedFilesLieInFoldersOf256AndCarryTheirQueryHash)
-{
-    EXPECT_EQ(QueryHashText(0), "");
-    EXPECT_EQ(QueryHashText(0xABCD), "00000000ABCD");
-    EXPECT_EQ(QueryHashText(0x1'0000'000F), "00010000000F");
-    EXPECT_EQ(QueryHashText(0xABCDEF0123456789), "ABCDEF0123456789");
-
-    EXPECT_EQ(CachedFilePath(0, "00000000ABCD", ".gzip", '/'), "");
-    EXPECT_EQ(CachedFilePath(4660, "", ".gzip", '/'), "12/1234.gzip");
-    EXPECT_EQ(CachedFilePath(4660, "00000000ABCD", ".deflate", '\\'), "12\\1234\\00000000ABCD.deflate");
-    EXPECT_EQ(CachedFilePath(255, "", "", '/'), "0/FF");
-    EXPECT_EQ(CachedFilePath(-1, "", "", '/'), "0/FFFFFFFF");
-    EXPECT_EQ(CachedFilePath(-256, "", "", '/'), "FFFFFFFF/FFFFFF00");
 }
 
 TEST(RecordLayout, TicksBecomeDays)

@@ -44,8 +44,7 @@ TEST_F(RecoveryTest, AWriterKilledAtAnyMomentLeavesNothingThatTheNextOneCannotPu
     ASSERT_EQ(::pipe2(pipe, O_CLOEXEC), 0);
     int clearedUp = 0;
     for (int round = 0; round < 15; ++round) {
-        responder.reset();
-        service.reset();
+        Close();
         const auto work = [&] {
             Work(round, pipe[1]);
             return 1;

@@ -1,6 +1,5 @@
 #include "zentrel/ServiceRig.h"
 
-#include "zentrel/Decompressor.h"
 #include "zentrel/FileTypes.h"
 
 #include <sys/stat.h>
@@ -12,31 +11,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-std::string Text(const Bytes& bytes)
-{
-    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
-}
-
-std::string Unpacked(const Response& response)
-{
-    if (!response.encoding) return Text(response.body);
-    Decompressor decompressor;
-    EXPECT_TRUE(decompressor.BeginDecompress(0));
-    const auto plain = decompressor.DecompressBlock(response.body);
-    EXPECT_TRUE(plain && decompressor.EndDecompress());
-    return plain ? Text(*plain) : "";
-}
-
-class ResponderTest : public ServiceRig {
-protected:
-    double Counter(std::string_view name) const
-    {
-        for (const auto& value : Derive(*service->Counters()))
-            if (value.name == name) return value.value;
-        ADD_FAILURE() << "no counter " << name;
-        return -1;
-    }
-};
+using ResponderTest = ServiceRig;
 
 }  // namespace
 
@@ -60,45 +35,26 @@ TEST_F(ResponderTest, UrlsFindTheirFilesOrAreRefused)
         {"/dir/a%20b%252F%c3%A4.txt", 200, "odd name"},
         {"/dir/a b%252F\xC3\xA4.txt", 200, "odd name"},
         {"/docs/api/page.txt", 200, "other"},
-        {"/docs/index.html", 200, "dir index"},
         {"/docs/", 200, "dir index"},
         {"/docs/hidden.txt", 404, ""},
         {"/docs/api/index.html", 404, ""},
         {"/dir", 404, ""},
-        {"/docs", 404, ""},
         {"/nothing", 404, ""},
         {"/index.htm/x", 404, ""},
         {"/" + longName.substr(1), 404, ""},
+        {"/" + longName, 400, ""},
+        {std::string("/\0", 2), 400, ""},
     };
     for (const auto& [url, status, body] : cases) {
         const auto response = Get(url);
         EXPECT_EQ(response.status, status) << url;
         EXPECT_EQ(Text(response.body), body) << url;
     }
-    using namespace std::string_literals;
-    for (const auto& url : {""s,
-                            "dir/"s,
-                            "*"s,
-                            "//"s,
-                            "/dir//index.html"s,
-                            "/dir//"s,
-                            "//dir/"s,
-                            "/."s,
-                            "/.."s,
-                            "/dir/../index.htm"s,
-                            "/%2e%2E/index.htm"s,
-                            "/dir%2f..%2findex.htm"s,
-                            "/a%00.txt"s,
-                            "/\0"s,
-                            "/%FF"s,
-                            "/\xC3"s,
-                            "/%"s,
-                            "/%4"s,
-                            "/%zz"s,
-                            "/" + longName})
+    for (const char* url :
+         {"", "dir/", "*", "//", "/dir//index.html", "/dir//", "/.", "/..", "/dir/../index.htm",
+          "/%2e%2E/index.htm", "/dir%2f..%2findex.htm", "/a%00.txt", "/%FF", "/\xC3", "/%", "/%4", "/%zz"})
         EXPECT_EQ(Get(url).status, 400) << url;
     EXPECT_EQ(responder->Answer({2, "/", true, true})->status, 404);
-    EXPECT_EQ(Counter("Responses Sent Total"), 37);
     EXPECT_EQ(CheckConsistency(), 0U);  // all too small to be cached
 }
 
@@ -149,15 +105,7 @@ TEST_F(ResponderTest, TheSecondRequestComesFromTheCache)
         EXPECT_EQ(response.encoding, other);  // a version of its own, beside the first
         EXPECT_EQ(Unpacked(response), page);
         EXPECT_EQ(CheckConsistency(), 2U);
-        EXPECT_EQ(Counter("Cache Hits"), 2);
-        EXPECT_EQ(Counter("Cache Misses"), 2);
-        EXPECT_EQ(Counter("Responses Cacheable"), 4);
-        EXPECT_EQ(Counter("Response Bytes Uncompressed"), static_cast<double>(page.size()));
-        EXPECT_EQ(Counter("Response Bytes Uncompressed Equivalent"), 4.0 * static_cast<double>(page.size()));
-        EXPECT_GT(Counter("Bandwidth Savings"), 2.0 * static_cast<double>(page.size()));
-        EXPECT_GT(Counter("% Compression Processor Time"), 0);
-        responder.reset();
-        service.reset();
+        Close();
         fs::remove_all(Data());
     }
 }
@@ -183,20 +131,14 @@ TEST_F(ResponderTest, RecordsSayWhatWasCached)
     EXPECT_EQ(record.expiresTicks, record.cacheTicks + 30 * 864'000'000'000U);
     EXPECT_LE(record.fileTicks, record.cacheTicks);
     EXPECT_GT(record.fileTicks + 600'000'000U, record.cacheTicks);  // written within the last minute
-}
 
-TEST_F(ResponderTest, QueriesAreVariantsOfTheirUrl)
-{
-    Start();
-    WriteFile("page.html", Page(5000));
-    for (const char* url :
-         {"/page.html?a=1", "/page.html?a=2", "/page.html?a=1", "/page.html?", "/page.html"})
-        EXPECT_EQ(Get(url).status, 200);
+    for (const char* query : {"?v=2", "?v=1", "?", ""})
+        EXPECT_EQ(Get("/page.html" + std::string(query)).status, 200);
     EXPECT_EQ(CheckConsistency(), 3U);
     EXPECT_EQ(Statistics("page.html").totalHits, 5);
     EXPECT_EQ(Statistics("page.html").cacheHits, 2);
-    EXPECT_EQ(Statistics("page.html/" + QueryHashText(HashQuery("a=1"))).totalHits, 2);
-    EXPECT_EQ(Statistics("page.html/" + QueryHashText(HashQuery("a=2"))).cacheHits, 0);
+    EXPECT_EQ(Statistics("page.html/" + QueryHashText(hash)).totalHits, 2);
+    EXPECT_EQ(Statistics("page.html/" + QueryHashText(HashQuery("v=2"))).cacheHits, 0);
 }
 
 TEST_F(ResponderTest, AChangedFileReplacesItsVersionAndALostOneIsMadeAnew)
@@ -238,7 +180,6 @@ TEST_F(ResponderTest, WhatGainsNothingIsSentAsItIs)
     EXPECT_FALSE(Get("/small.txt").encoding);
     EXPECT_EQ(CheckConsistency(), 0U);
     EXPECT_TRUE(Get("/UPPER.TXT").encoding);
-    EXPECT_EQ(Counter("Responses Cacheable"), 2);
     EXPECT_FALSE(IsCompressibleName("txt") || IsCompressibleName("a.txt.gz") || IsCompressibleName("a."));
 
     WriteFile("huge.html", "");
@@ -281,6 +222,6 @@ TEST_F(ResponderTest, SeveralThreadsShareAService)
             }
         });
     for (auto& thread : threads) thread.join();
-    EXPECT_EQ(Counter("Responses Cacheable"), 800);
+    EXPECT_EQ(service->Counters()->responsesCacheable, 800U);
     CheckConsistency();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/TempFolder.h"
+#include "zentrel/Decompressor.h"
 #include "zentrel/KeyWalk.h"
 #include "zentrel/RecordLayout.h"
 #include "zentrel/Responder.h"
@@ -9,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <csignal>
 #include <filesystem>
 #include <fstream>
@@ -16,6 +18,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -36,15 +39,20 @@ protected:
 
     void Reopen(zentrel::Service::Role role)
     {
-        responder.reset();
-        service.reset();
+        Close();
         auto opened = zentrel::Service::Open(Data(), role);
         ASSERT_TRUE(opened) << opened.error().description;
         service = *opened;
         responder = std::make_unique<zentrel::Responder>(service);
     }
 
-    // A text of about `bytes` bytes that compresses well, another one for each seed.
+    void Close()
+    {
+        responder.reset();
+        service.reset();
+    }
+
+    // About `bytes` bytes that compress well, others for each seed.
     static std::string Page(std::size_t bytes, int seed = 0)
     {
         std::string text;
@@ -64,6 +72,21 @@ protected:
         auto response = responder->Answer({1, url, gzip, deflate});
         EXPECT_TRUE(response);
         return response ? *response : zentrel::Response{0, {}, {}, false};
+    }
+
+    static std::string Text(const zentrel::Bytes& bytes)
+    {
+        return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+    }
+
+    static std::string Unpacked(const zentrel::Response& response)
+    {
+        if (!response.encoding) return Text(response.body);
+        zentrel::Decompressor decompressor;
+        EXPECT_TRUE(decompressor.BeginDecompress(0));
+        const auto plain = decompressor.DecompressBlock(response.body);
+        EXPECT_TRUE(plain && decompressor.EndDecompress());
+        return plain ? Text(*plain) : "";
     }
 
     // The path and packed properties of every key, once all is flushed.
@@ -113,6 +136,16 @@ protected:
         for (const auto& entry : std::filesystem::recursive_directory_iterator(Data() / "cache"))
             files += entry.is_regular_file() ? 1 : 0;
         return files;
+    }
+
+    // What may be written to any file from now on, in this process.
+    static void LimitFileSize(rlim_t bytes)
+    {
+        std::signal(SIGXFSZ, SIG_IGN);
+        rlimit limit{};
+        ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &limit), 0);
+        limit.rlim_cur = std::min(bytes, limit.rlim_max);
+        ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
     }
 
     // Runs `work` in a process of its own and answers how it ended; `work` answers the exit code.

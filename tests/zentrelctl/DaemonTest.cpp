@@ -60,19 +60,6 @@ TEST_F(DaemonTest, ARoundKeepsTheEntriesOfAFolderThatIsAway)
     EXPECT_EQ(CountCachedFiles(), 1) << "cached files go with their entries";
 }
 
-TEST_F(DaemonTest, AKilledWriterIsClearedUpAfter)
-{
-    MakeWarmSite();
-    std::ofstream(Data() / "unclean");
-    fs::create_directories(Data() / "cache/77");
-    std::ofstream(Data() / "cache/77/7799.gzip") << "no entry names this";
-    fs::resize_file(Data() / "cache/0/1.gzip", 5);
-    EXPECT_EQ(Daemon({"--once"}).exitCode, 0);
-    EXPECT_FALSE(fs::exists(Data() / "cache/77")) << "an orphan";
-    EXPECT_FALSE(fs::exists(Data() / "cache/0/1.gzip")) << "a file that its record does not bear out";
-    EXPECT_FALSE(fs::exists(Data() / "unclean"));
-}
-
 TEST_F(DaemonTest, WrongUsageAndMissingDataEndAtOnce)
 {
     EXPECT_EQ(Daemon({"--interval", "0"}).exitCode, 2);

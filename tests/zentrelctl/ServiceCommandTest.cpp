@@ -1,29 +1,9 @@
 #include "zentrelctl/Server.h"
 
-#include <arpa/inet.h>
-#include <sys/socket.h>
-#include <unistd.h>
+#include "zentrel/remote/ListenSocket.h"
 
 #include <algorithm>
 #include <csignal>
-
-namespace {
-
-// A port of this machine that nobody listened at a moment ago.
-std::uint16_t FreePort()
-{
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t size = sizeof address;
-    const int handle = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    EXPECT_EQ(bind(handle, reinterpret_cast<const sockaddr*>(&address), size), 0);
-    EXPECT_EQ(getsockname(handle, reinterpret_cast<sockaddr*>(&address), &size), 0);
-    close(handle);
-    return ntohs(address.sin_port);
-}
-
-}  // namespace
 
 // A zentreld that administrators reach over TCP, made with the program's own certificates.
 class ServiceCommandTest : public Server {
@@ -35,8 +15,9 @@ protected:
         std::ofstream(Folder() / name) << text;
     }
 
-    void MakeHost(std::uint16_t port) const
+    void MakeHost() const
     {
+        const auto port = zentrel::PortOf(*zentrel::ListenTcp("127.0.0.1", 0));  // free again
         Do({"init"});
         for (const auto& made : std::vector<Args>{{"authority"},
                                                   {"server", "web01", "127.0.0.1"},
@@ -72,7 +53,7 @@ protected:
 
 TEST_F(ServiceCommandTest, AnAdministratorStartsAndStopsServicesFromAfar)
 {
-    MakeHost(FreePort());
+    MakeHost();
     Program daemon(ZENTRELD, OnData({"--config", (Folder() / "zentreld.conf").string()}));
     ASSERT_TRUE(daemon.WaitForError("admin.sock"));
     const auto query = [&] {
@@ -84,6 +65,7 @@ TEST_F(ServiceCommandTest, AnAdministratorStartsAndStopsServicesFromAfar)
     EXPECT_EQ(query(), "RemoteRegistry: running\n");
     EXPECT_TRUE(Contains(At("web01", "start").err, "(error 1056)"));
     EXPECT_TRUE(Contains(At("web01", "list", {}).out, "running  manual     RemoteRegistry\n"));
+    EXPECT_TRUE(Contains(At("web01", "list", {"--json"}).out, R"("state": "running",)"));
     EXPECT_EQ(At("bert", "query").exitCode, 0);
     const auto stranger = At("stranger", "query");
     EXPECT_TRUE(stranger.err.starts_with("zentrelctl: ") && stranger.err.ends_with("(error 1722)\n"));
@@ -103,7 +85,7 @@ TEST_F(ServiceCommandTest, AnAdministratorStartsAndStopsServicesFromAfar)
 
 TEST_F(ServiceCommandTest, AHostThatDoesNotAnswerIsUnavailable)
 {
-    MakeHost(FreePort());
+    MakeHost();
     EXPECT_TRUE(Contains(At("web01", "query").err, "(error 1722)"));
     EXPECT_TRUE(Contains(At("web 01", "query").err, "(error 1722)"));
     WriteConfig("servers.conf", "bogus\n");

@@ -12,7 +12,6 @@ class DaemonRig : public testing::Test {
 protected:
     DaemonRig()
     {
-        EXPECT_TRUE(zentrel::Service::Init(Folder() / "data"));
         const auto authority = *zentrel::MakeAuthority("test", 30);
         const auto pair = *zentrel::MakeServerCertificate(authority, {"localhost"}, 30);
         const auto other = *zentrel::MakeServerCertificate(authority, {"localhost"}, 30);
@@ -22,7 +21,7 @@ protected:
         Write("other.key", other.key);
     }
 
-    std::filesystem::path Folder() const { return m_folder.Path(); }
+    std::filesystem::path Folder() const { return m_store.Folder().parent_path(); }
 
     void Write(const std::string& name, const std::string& text) const
     {
@@ -43,6 +42,5 @@ protected:
             grpc::CreateChannel("unix:" + (Folder() / socket).string(), grpc::InsecureChannelCredentials()));
     }
 
-private:
-    TempFolder m_folder = std::move(TempFolder::Make("zentreld-").value());
+    TestStore m_store;
 };

@@ -84,15 +84,12 @@ TEST_F(Running, HangUpTakesOverWhatIsGoodAndKeepsTheOldWhereItIsBad)
 
 TEST_F(Running, EndsCleanlyWithACallUnderWayAndStartsAgainAfterAKill)
 {
-    auto store = zentrel::Metabase::Open(Folder() / "data", zentrel::Metabase::Access::Write);
-    auto txn = (*store)->BeginWrite();
     zentrel::PropertySet bulk;
     bulk.SetBytes(9999, zentrel::Bytes(10'000));
-    for (int i = 0; i < 2'000; ++i)
-        ASSERT_TRUE(txn->SetProperties("LM/W3SVC/1/Root/" + std::to_string(i), bulk));
-    ASSERT_TRUE(txn->Commit());
-    txn = Fail(Code::Cancelled, "test");
-    store->reset();
+    m_store.Write([&](auto& txn) {
+        for (int i = 0; i < 2'000; ++i)
+            ASSERT_TRUE(txn.SetProperties("LM/W3SVC/1/Root/" + std::to_string(i), bulk));
+    });
     for (const int signal : {SIGKILL, SIGTERM}) {
         Program daemon(ZENTRELD, Configured(kSockets));
         ASSERT_TRUE(daemon.WaitForError("listens at " + (Folder() / "viewer.sock").string()));
