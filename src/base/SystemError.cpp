@@ -81,7 +81,8 @@ std::uint32_t CodeFromErrno(int error)
     case EROFS: return Code::AccessDenied;
     case ENOMEM: return Code::OutOfMemory;
     case EAGAIN:
-    case EBUSY: return Code::SharingViolation;
+    case EBUSY:
+    case EADDRINUSE: return Code::SharingViolation;
     case EINVAL: return Code::InvalidParameter;
     case ENOSPC:
     case EDQUOT:

@@ -15,10 +15,13 @@ namespace {
 
 constexpr std::string_view kSource = "Service";
 
-bool HoldsStore(const std::filesystem::path& folder)
+// Fails where nobody may look.
+Result<bool> HoldsStore(const std::filesystem::path& folder)
 {
     std::error_code error;
-    return std::filesystem::exists(folder / "metabase.mdb", error);
+    const bool holds = std::filesystem::exists(folder / "metabase.mdb", error);
+    if (error) return FailErrno(error.value(), kSource, "Cannot look into \"" + folder.string() + '"');
+    return holds;
 }
 
 std::filesystem::path LockFile(const std::filesystem::path& folder)
@@ -104,7 +107,9 @@ Service::Service(const std::filesystem::path& folder) : m_folder(folder), m_cach
 
 Done Service::Init(const std::filesystem::path& folder)
 {
-    if (HoldsStore(folder))
+    const auto holds = HoldsStore(folder);
+    if (!holds) return Fail(holds.error());
+    if (*holds)
         return Fail(Code::AlreadyExists, kSource,
                     "There is server data in \"" + folder.string() + "\" already.");
     std::error_code error;
@@ -126,8 +131,11 @@ Done Service::Init(const std::filesystem::path& folder)
 
 Result<std::shared_ptr<Service>> Service::Open(const std::filesystem::path& folder, Role role)
 {
-    if (!HoldsStore(folder))
-        return Fail(Code::FileNotFound, kSource, "There is no server data in \"" + folder.string() + "\".");
+    const auto holds = HoldsStore(folder);
+    if (!holds) return Fail(holds.error());
+    if (!*holds)
+        return Fail(Code::FileNotFound, kSource,
+                    "There is no server data in \"" + folder.string() + "\"; zentrelctl init sets it up.");
     const std::shared_ptr<Service> service(new Service(folder));
     if (role == Role::Writer) {
         auto lock = FileLock::Acquire(LockFile(folder));

@@ -112,16 +112,14 @@ void WriteLine(std::ostream& out, std::string_view name, const Line& line)
 
 // Calls `take` with the path and the row of each key that is to be listed.
 template <class Take>
-Done ForEachListed(const ReadTxn& txn, const Options& options, Take&& take)
+Done ForEachListed(TopDownWalk& walk, const Options& options, Take&& take)
 {
-    auto walk = TopDownWalk::Begin(txn, options.path);
-    if (!walk) return Fail(walk.error());
     for (;;) {
-        const auto row = walk->Next();
+        const auto row = walk.Next();
         if (!row) return Fail(row.error());
         if (!*row) return {};
-        take(walk->Path(), **row);
-        if (!options.all) walk->SkipChildren();
+        take(walk.Path(), **row);
+        if (!options.all) walk.SkipChildren();
     }
 }
 
@@ -131,17 +129,19 @@ Done RunList(const Context& context, const Options& options)
     if (!service) return Fail(service.error());
     const auto txn = (*service)->Store().BeginRead();
     if (!txn) return Fail(txn.error());
+    auto walk = TopDownWalk::Begin(*txn, options.path);
+    if (!walk) return Fail(walk.error());
     if (options.asJson) {
         JsonWriter json(context.out);
         json.BeginArray();
-        auto listed = ForEachListed(*txn, options, [&](const std::string& path, const KeyRow& row) {
+        auto listed = ForEachListed(*walk, options, [&](const std::string& path, const KeyRow& row) {
             WriteJsonLine(json, path, Describe(row));
         });
         json.EndArray();
         return listed;
     }
     WriteColumns(context.out, "KIND", {"ID", "SIZE", "COMPRESSED", "RATIO", "HITS"}, "NAME");
-    return ForEachListed(*txn, options, [&](const std::string& path, const KeyRow& row) {
+    return ForEachListed(*walk, options, [&](const std::string& path, const KeyRow& row) {
         WriteLine(context.out, options.all ? path : LastSegment(path), Describe(row));
     });
 }

@@ -31,6 +31,8 @@ Done RunRemove(const Context& context, const Options& options)
     if (!options.tree) return (*service)->DeleteEntry(options.path);
     if (!options.yes && !UserAgrees(options.path)) return Cancelled("Nothing was deleted.");
     const auto deleted = (*service)->DeleteTree(options.path);
+    if (!deleted && deleted.error().Is(Code::FileNotFound))
+        return Fail(Code::FileNotFound, "zentrelctl", "There is no such key: " + options.path);
     if (!deleted) return Fail(deleted.error());
     context.out << Counted(*deleted, "entry", "entries") << " deleted\n";
     return {};

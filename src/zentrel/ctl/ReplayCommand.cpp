@@ -60,7 +60,7 @@ Done CheckSite(const Service& service, std::uint32_t site)
     const auto key = txn->Find(SiteKey(site));
     if (!key) return Fail(key.error());
     if (*key) return {};
-    return Fail(Code::FileNotFound, "zentrelctl", "There is no site " + std::to_string(site) + '.');
+    return Fail(Code::PathNotFound, "zentrelctl", "There is no site " + std::to_string(site) + '.');
 }
 
 // Sends the requests of a log to the responder.

@@ -57,7 +57,8 @@ Done RunOn(const Context& context, const Options& options, const Action& action)
     const auto transport = MakeTransport(context, options);
     auto manager = transport->OpenServiceManager(options.server, ServiceAccess::GenericRead);
     if (manager) return action(context.out, **manager, options);
-    if (!options.server.empty() || !manager.error().Is(Code::ServerUnavailable)) return Fail(manager.error());
+    const bool saysWhy = manager.error().description != SystemText(Code::ServerUnavailable);
+    if (saysWhy || !manager.error().Is(Code::ServerUnavailable)) return Fail(manager.error());
     return Fail(manager.error().code, "zentrelctl", "No zentreld that this user may talk to listens there.");
 }
 

@@ -35,7 +35,7 @@ void AddWarmCommand(CLI::App& app, Context& context)
     AddSiteNumber(*command, "SITE", options->site);
     command->add_option("--below", options->below, "Only URLs below this path")->check(KeyPathCheck());
     command->add_option("--most", options->mostFiles, "Stop after so many cached files")
-        ->check(CLI::PositiveNumber);
+        ->check(CLI::Range(std::uint64_t{1}, std::uint64_t{INT64_MAX}));
     command->callback(
         [&context, options] { context.run = [&context, options] { return RunWarm(context, *options); }; });
 }

@@ -23,6 +23,17 @@ int ReportUsage(std::string_view description)
                   ExitCode::WrongUsage);
 }
 
+// A word that no command knows would be told of as a command that is missing.
+int ReportParseError(const CLI::App& app, const CLI::ParseError& error)
+{
+    const auto unknown = app.remaining(true);
+    const bool isMissing = dynamic_cast<const CLI::RequiredError*>(&error) != nullptr;
+    if (isMissing && !unknown.empty())
+        return ReportUsage("There is no command or option \"" + unknown.front() +
+                           "\" here; --help lists them.");
+    return ReportUsage(error.what());
+}
+
 int Run(int argc, char** argv)
 {
     CLI::App app("Sets up a Zentrel server's data folder, fills its cache and looks into it.", "zentrelctl");
@@ -42,7 +53,7 @@ int Run(int argc, char** argv)
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        return error.get_exit_code() == 0 ? app.exit(error) : ReportUsage(error.what());
+        return error.get_exit_code() == 0 ? app.exit(error) : ReportParseError(app, error);
     }
 
     if (context.data.empty()) context.data = zentrel::DefaultDataFolder();

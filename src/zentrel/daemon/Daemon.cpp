@@ -178,7 +178,8 @@ void Daemon::Reload()
     else
         Log::Info("the configuration was read again");
     if (isComplete && !*isComplete)
-        Log::Warning("other listeners, or another data folder, are used after a restart");
+        Log::Warning(
+            "other listeners, another place for metrics or another data folder are used after a restart");
     NotifyManager("READY=1");
 }
 

@@ -4,6 +4,7 @@
 #include "zentrel/TextFile.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <functional>
 #include <set>
@@ -19,6 +20,15 @@ tl::unexpected<SystemError> BadLine(int line, const std::string& text)
     return Fail(Code::InvalidData, "Config", "line " + std::to_string(line) + ": " + text);
 }
 
+// As it is written in the file: an octal number begins with 0.
+template <class Number>
+std::string Written(Number number, int base)
+{
+    std::array<char, 24> text{'0'};
+    auto* const begin = text.data() + (base == 8 ? 1 : 0);
+    return {text.data(), std::to_chars(begin, text.data() + text.size(), number, base).ptr};
+}
+
 template <class Number>
 Done TakeNumber(const ConfigEntry& entry, Number least, Number most, Number& to, int base = 10)
 {
@@ -26,8 +36,8 @@ Done TakeNumber(const ConfigEntry& entry, Number least, Number most, Number& to,
     const auto* const end = entry.value.data() + entry.value.size();
     const auto [at, error] = std::from_chars(entry.value.data(), end, number, base);
     if (error != std::errc{} || at != end || number < least || number > most)
-        return BadLine(entry.line, '"' + entry.key + "\" does not go from " + std::to_string(least) + " to " +
-                                       std::to_string(most) + ": " + entry.value);
+        return BadLine(entry.line, '"' + entry.key + "\" does not go from " + Written(least, base) + " to " +
+                                       Written(most, base) + ": " + entry.value);
     to = number;
     return {};
 }

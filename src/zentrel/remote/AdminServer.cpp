@@ -38,7 +38,7 @@ Done CheckListener(const AdminListener& listener)
     if (!listener.path.empty()) return {};
     const auto isLoopback = IsLoopback(listener.address);
     if (!isLoopback) return Fail(isLoopback.error());
-    if (listener.tls) return CheckTls(*listener.tls);
+    if (listener.tls) return CheckTls(*listener.tls, TlsSide::Server);
     if (*isLoopback) return {};
     return Fail(Code::InvalidParameter, kSource,
                 "Other machines reach " + listener.address + "; it needs certificates.");

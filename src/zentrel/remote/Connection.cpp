@@ -60,7 +60,8 @@ std::string Escape(std::string_view text)
 Done CheckFiles(const RemoteTarget& target)
 {
     constexpr std::size_t kFirst = std::size_t{64} << 10;  // a file of many authorities may be longer
-    const auto checked = CheckTls({target.certificate, target.key, target.authority.substr(0, kFirst)});
+    const auto checked =
+        CheckTls({target.certificate, target.key, target.authority.substr(0, kFirst)}, TlsSide::Client);
     if (checked) return {};
     return Fail(Code::ServerUnavailable, "ZentrelAdmin",
                 checked.error().description + " Look at ca, certificate and key among the known servers.");

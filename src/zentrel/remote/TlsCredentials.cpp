@@ -58,11 +58,16 @@ private:
 
 }  // namespace
 
-Done CheckTls(const AdminTls& tls)
+Done CheckTls(const AdminTls& tls, TlsSide side)
 {
     const openssl::QuietErrors quiet;
     const auto certificate = openssl::ParseCertificate(tls.certificate);
     if (!certificate) return Fail(Code::InvalidData, kSource, "The file of the certificate holds none.");
+    const bool isServer = side == TlsSide::Server;
+    const int purpose = isServer ? X509_PURPOSE_SSL_SERVER : X509_PURPOSE_SSL_CLIENT;
+    if (X509_check_purpose(certificate->get(), purpose, 0) != 1)
+        return Fail(Code::InvalidData, kSource,
+                    isServer ? "The certificate is not for servers." : "The certificate is not for clients.");
     const auto key = openssl::ParseKey(tls.key);
     if (!key)
         return Fail(Code::InvalidData, kSource, "The file of the key holds none, or one with a password.");

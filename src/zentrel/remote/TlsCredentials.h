@@ -11,8 +11,11 @@
 // Not for public headers: includes gRPC.
 namespace zentrel {
 
-// InvalidData: one of the texts is not what it should be, or the key is not the certificate's.
-Done CheckTls(const AdminTls& tls);
+enum class TlsSide { Server, Client };
+
+// InvalidData: one of the texts is not what it should be, the key is not the certificate's, or the
+// certificate was not made for this side.
+Done CheckTls(const AdminTls& tls, TlsSide side);
 
 // From now on no TLS connection of this process speaks anything older than TLS 1.3. gRPC has no setting for
 // it; this one is the TLS library's.
