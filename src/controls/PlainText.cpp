@@ -8,6 +8,7 @@ namespace {
 
 constexpr qsizetype kMostCharacters = 1000;
 constexpr std::size_t kMostBytes = 4 * kMostCharacters + 4;  // the rest is not shown, whatever it is
+constexpr int kMostLines = 40;                               // a box of more might not fit on a screen
 constexpr char16_t kEllipsis = u'\u2026';
 
 bool IsPlainAscii(std::string_view text)
@@ -50,7 +51,8 @@ QString PlainText(std::string_view text)
 QString PlainLines(std::string_view text)
 {
     QString plain;
-    for (std::size_t begin = 0;;) {
+    std::size_t begin = 0;
+    for (int left = kMostLines; left > 0; --left) {
         const auto end = text.find('\n', begin);
         auto line = text.substr(begin, end - begin);
         if (end != std::string_view::npos && line.ends_with('\r')) line.remove_suffix(1);
@@ -59,4 +61,5 @@ QString PlainLines(std::string_view text)
         plain += u'\n';
         begin = end + 1;
     }
+    return plain + kEllipsis;
 }

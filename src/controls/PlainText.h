@@ -10,5 +10,5 @@
 // plain text; where it goes must not take it for markup.
 QString PlainText(std::string_view text);
 
-// The same for a text of several lines; its line breaks ("\n" or "\r\n") stay.
+// The same for a text of several lines, at most 40 of them; their breaks ("\n" or "\r\n") stay.
 QString PlainLines(std::string_view text);

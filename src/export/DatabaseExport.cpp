@@ -5,11 +5,13 @@
 #include "export/ExportRows.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace {
 
 constexpr const char* kSource = "Export";
+constexpr double kMostExact = 9'007'199'254'740'992;  // whole numbers as floating point ones
 
 SystemError Explained(SystemError error, std::string_view what, std::string_view name = {})
 {
@@ -202,8 +204,8 @@ Result<std::int64_t> Writer::NextRun()
     if (!fetched) return Fail(fetched.error());
     if (row.size() == 1) {
         if (const auto* const number = std::get_if<std::int64_t>(row.data())) return *number;
-        if (const auto* const number = std::get_if<double>(row.data()))
-            return static_cast<std::int64_t>(*number);
+        const auto* const real = std::get_if<double>(row.data());
+        if (real != nullptr && std::abs(*real) <= kMostExact) return static_cast<std::int64_t>(*real);
     }
     return Fail(Code::InvalidData, kSource,
                 Translate("DatabaseExport", "The table of runs holds no usable numbers."));
@@ -313,16 +315,18 @@ void Writer::Undo(const SystemError& error)
     // A database that went away undoes by itself what it was not told to keep.
     const bool mayBeKept = m_isCommitting && (!isUndone || m_isLost);
     m_outcome.remains = mayBeKept ? ExportOutcome::Remains::Unknown : ExportOutcome::Remains::Nothing;
-    if (isUndone && !mayBeKept) FindLeftTables();
+    if (!mayBeKept) FindLeftTables();
 }
 
-// Some databases keep what was made in a transaction that is undone.
+// Some databases keep what was made in a transaction that is undone. Some undo it by themselves when a call
+// is cancelled and then find nothing to undo, so a failed call says nothing about what is there.
 void Writer::FindLeftTables()
 {
     std::vector<std::string> left;
     for (auto& name : m_outcome.madeTables) {
         const auto columns = m_database.Columns(name);
-        if (columns && !columns->empty()) left.push_back(std::move(name));
+        if (!columns) break;
+        if (!columns->empty()) left.push_back(std::move(name));
     }
     m_outcome.madeTables = std::move(left);
 }

@@ -99,8 +99,14 @@ Done DecompressFile(zentrel::Decompressor& decompressor, zentrel::CacheFileReade
     const auto size = std::max(1.0, static_cast<double>(source.Size()));
     double done = 0;
     std::array<std::byte, kBlock> block;
+    const auto read = [&](std::span<std::byte> room) -> Result<std::size_t> {
+        // A server may send a few bytes at a time.
+        if (room.size() < kBlock && !progress(std::min(done / size, 1.0)))
+            return Fail(Code::Cancelled, kSource);
+        return ReadSome(source, room);
+    };
     for (;;) {
-        const auto count = FillBlock(block, [&source](auto room) { return ReadSome(source, room); });
+        const auto count = FillBlock(block, read);
         if (!count) return Fail(count.error());
         if (*count == 0) return decompressor.EndDecompress();
         const auto output = decompressor.DecompressBlock(block);

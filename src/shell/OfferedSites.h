@@ -1,10 +1,11 @@
 #pragma once
 
-#include "base/Result.h"
-#include "zentrel/Admin.h"
+#include "server/ReadSites.h"
 
 #include <cstdint>
 #include <vector>
 
-// The numbers of a server's web sites, ascending. `server` must be connected.
-Result<std::vector<std::int32_t>> OfferedSites(zentrel::ServerAdmin& server);
+// The numbers of a server's web sites, ascending; as many as its list for the user would have. `server` must
+// be connected.
+Result<std::vector<std::int32_t>> OfferedSites(zentrel::ServerAdmin& server,
+                                               const SiteReadingLimits& limits = {});
