@@ -4,7 +4,7 @@
 #include "base/Translate.h"
 
 #include <algorithm>
-#include <optional>
+#include <tuple>
 #include <utility>
 
 namespace {
@@ -78,29 +78,34 @@ std::string SnippetAround(std::string_view text, std::size_t at)
     return snippet;
 }
 
-// How many words the title lacks, and whether the words stand nowhere side by side.
-using Rank = std::pair<std::size_t, bool>;
+// How well a page fits, the less the better: words that it lacks, words that its title lacks, and whether the
+// words stand nowhere side by side.
+using Rank = std::tuple<std::size_t, std::size_t, bool>;
+
+std::size_t MissingWords(const Rank& rank)
+{
+    return std::get<0>(rank);
+}
 
 struct Match {
     Rank rank;
     std::size_t place = std::string::npos;  // in the body
 };
 
-// All texts in lower case; nothing when a word is in neither title nor body.
-std::optional<Match> MatchWords(const std::string& title, const std::string& body, const std::string& wanted,
-                                const std::vector<std::string_view>& parts)
+// All texts in lower case.
+Match MatchWords(const std::string& title, const std::string& body, const std::string& wanted,
+                 const std::vector<std::string_view>& parts)
 {
     Match match;
+    auto& [missing, notInTitle, isApart] = match.rank;
     for (const auto part : parts) {
         const bool isInTitle = title.find(part) != std::string::npos;
-        const auto place = body.find(part);
-        if (!isInTitle && place == std::string::npos) return std::nullopt;
-        if (!isInTitle) ++match.rank.first;
-        match.place = std::min(match.place, place);
+        if (!isInTitle && body.find(part) == std::string::npos) ++missing;
+        if (!isInTitle) ++notInTitle;
     }
-    const auto together = body.find(wanted);
-    if (together != std::string::npos) match.place = together;
-    match.rank.second = together == std::string::npos && title.find(wanted) == std::string::npos;
+    const auto run = LongestRun(body, wanted);
+    if (!run.empty()) match.place = body.find(run);
+    isApart = run.size() < wanted.size() && title.find(wanted) == std::string::npos;
     return match;
 }
 
@@ -158,17 +163,37 @@ std::vector<HelpHit> HelpBook::Search(std::string_view words) const
     for (const auto& page : m_pages) {
         const auto body = PlainHelpText(page.text);
         const auto match = MatchWords(LowerCase(page.title), LowerCase(body), wanted, parts);
-        if (!match) continue;
+        if (MissingWords(match.rank) > parts.size() / 2) continue;
         // Lower case may be longer or shorter in bytes; for a snippet the place is near enough.
-        const auto place = match->place < body.size() ? match->place : 0;
-        found.emplace_back(match->rank, HelpHit{&page, SnippetAround(body, place)});
+        const auto place = match.place < body.size() ? match.place : 0;
+        found.emplace_back(match.rank, HelpHit{&page, SnippetAround(body, place)});
     }
     std::stable_sort(found.begin(), found.end(),
                      [](const auto& left, const auto& right) { return left.first < right.first; });
+    const bool isComplete = !found.empty() && MissingWords(found.front().first) == 0;
     std::vector<HelpHit> hits;
-    hits.reserve(found.size());
-    for (auto& ranked : found) hits.push_back(std::move(ranked.second));
+    for (auto& [rank, hit] : found)
+        if (!isComplete || MissingWords(rank) == 0) hits.push_back(std::move(hit));
     return hits;
+}
+
+std::string_view LongestRun(std::string_view text, std::string_view words)
+{
+    const auto parts = SplitWords(words);
+    std::string_view longest;
+    std::size_t most = 0;
+    for (std::size_t first = 0, last = 0; last < parts.size();) {
+        const auto* const end = parts[last].data() + parts[last].size();
+        const std::string_view run(parts[first].data(), static_cast<std::size_t>(end - parts[first].data()));
+        if (text.find(run) == std::string_view::npos) {
+            last = std::max(last, ++first);
+            continue;
+        }
+        if (++last - first <= most) continue;
+        most = last - first;
+        longest = run;
+    }
+    return longest;
 }
 
 std::string_view KeyOfLink(std::string_view link)

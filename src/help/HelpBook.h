@@ -38,7 +38,8 @@ public:
     std::string TextOf(std::string_view key) const;
 
     // Pages with all the words, in any case: the more of them in the title, the earlier; then those where
-    // they stand side by side; then in the order of the contents.
+    // they stand side by side; then in the order of the contents. When no page has all, those with at least
+    // half of them, the most first: a message may be looked for with the names that it was filled with.
     std::vector<HelpHit> Search(std::string_view words) const;
 
 private:
@@ -47,6 +48,9 @@ private:
     std::vector<HelpPage> m_pages;
     std::map<std::string, std::string, std::less<>> m_keyOfWindow;
 };
+
+// The most of the words that stand side by side in the text; empty when none does.
+std::string_view LongestRun(std::string_view text, std::string_view words);
 
 // Where a link of a page leads to: "options" for "options.md"; empty for a link out of the book.
 std::string_view KeyOfLink(std::string_view link);

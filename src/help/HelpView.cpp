@@ -136,8 +136,10 @@ void HelpView::MarkWords(const QString& words)
     }
     setExtraSelections(marks);
     if (marks.isEmpty()) return;
-    // Side by side, as they were asked for, or else one of them.
-    auto place = document()->find(words);
+    // As many as stand side by side, as they were asked for.
+    const auto wanted = words.toLower().toStdString();
+    const auto text = toPlainText().toLower().toStdString();
+    auto place = document()->find(QString::fromStdString(std::string(LongestRun(text, wanted))));
     if (place.isNull()) place = marks.first().cursor;
     place.setPosition(place.selectionStart());
     setTextCursor(place);
