@@ -51,7 +51,7 @@
     <name>AutoRefresh</name>
     <message>
         <source>Every &amp;1 second</source>
-        <translation>Jede &amp;1 Sekunde</translation>
+        <translation>Jede &amp;Sekunde</translation>
     </message>
     <message>
         <source>Every &amp;5 seconds</source>
@@ -275,7 +275,7 @@ Fortfahren?</translation>
     </message>
     <message>
         <source>%1 (%2) Remains</source>
-        <translation>%1 (%2) verbleiben</translation>
+        <translation>%1 (%2 verbleiben)</translation>
     </message>
     <message>
         <source>%1 (%2 entries)</source>
