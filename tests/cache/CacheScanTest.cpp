@@ -307,10 +307,7 @@ TEST(CacheScan, LyingServersGiveATreeThatHoldsTogether)
         {{site, root, {2, 0, "x", Ratio(1)}, {3, 0, "y", Ratio(2)}, {3, 0, "z", Ratio(2)}},
          under + "    File x (1%) Remains\n"},                     // children where there are none
         {{site, {5, 9, "Root", {}}, {2, 0, "a", Ratio(1)}}, top},  // nothing above it
-        {{site, root, {0, 0, "a", Ratio(1)}}, top},                // a second top
-        {{{3, 9, "1", {}}}, top},
         {{site, root, {2, 0, "a", wrongTypes}}, under + "    File a (50%) Remains\n"},
-        {{site, {1, 1, "", {}}, {2, 0, "", Ratio(5)}}, top},
         {{}, top},
     };
     for (const auto& lie : lies) {
@@ -334,24 +331,6 @@ TEST(CacheScan, AReconnectInTheMiddleTakesNothingFromUnderTheScan)
         EXPECT_TRUE(rig.runs != 5 || (rig.cache.Connect("") && rig.server.Connect("")));
         rig.scan.ClearAll();  // refused
     };
-    rig.Rescan({1, 2, 3});
-    EXPECT_EQ(rig.Print(), kEverything);
-}
-
-TEST(CacheScan, VirtualDirectoriesWithoutCachedUrlsDoNotCount)
-{
-    TestStore store;
-    FillEverything(store);
-    const auto www = store.Folder().parent_path() / "www";
-    std::filesystem::create_directories(www);
-    {
-        auto service = zentrel::Service::Open(store.Folder(), zentrel::Service::Role::Writer);
-        ASSERT_TRUE(service);
-        for (const auto& [site, path] :
-             {std::pair(2U, "apps/shop"), {1U, "index.htm/inner"}, {1U, "search/deep/inner"}})
-            ASSERT_TRUE((*service)->AddVirtualDir(site, path, www));
-    }
-    ScanRig rig(Embedded(store));
     rig.Rescan({1, 2, 3});
     EXPECT_EQ(rig.Print(), kEverything);
 }

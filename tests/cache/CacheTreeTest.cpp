@@ -38,12 +38,6 @@ TEST(CacheTree, ChildrenSortByTheTextThatIsShown)
     tree.SortChildren(site, [&ticks] { ++ticks; });
     // "a !" stands before "a (4" and that before "a (50%) Remains": the texts tell, not the names.
     EXPECT_EQ(Children(tree, site), "a !|a (4|a|a b|a.b|B|b|Z|\xC3\x84|");
-    for (std::size_t row = 0; row < tree.ChildCount(site); ++row)
-        EXPECT_EQ(tree.Row(tree.Child(site, row)), row);
-
-    const auto sites = tree.AddChild(0, "0/Root", NodeKind::WebSite);
-    tree.SortChildren(0, [] {});
-    EXPECT_EQ(tree.Child(0, 1), sites);  // sites stay in the order of the scan
 }
 
 TEST(CacheTree, FindsChildrenWhateverOrderTheyCameIn)
@@ -96,8 +90,4 @@ TEST(CacheTree, ARecordSurvivesPacking)
     tree.SetInfo(node, info);
     EXPECT_EQ(tree.Info(node), info);
     EXPECT_EQ(tree.Text(node), "Page.HTM (2 entries)");
-    info.CompressedSize = 4;
-    info.ServedCompressed = -12;
-    tree.SetInfo(node, info);
-    EXPECT_EQ(tree.Info(node), info);
 }

@@ -3,21 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <vector>
-
-TEST(FileTypeTable, TypesKeepTheOrderOfTheirFirstMeetingWhateverTheirCase)
-{
-    FileTypeTable table;
-    FileInfo file;
-    file.Count = 1;
-    for (const auto* extension : {"html", "CSS", "html", "", "css", "ÄÖ", "äö", "Html", ""})
-        table.Find(extension).Add(file);
-
-    std::vector<std::string> rows;
-    for (const auto& type : table) rows.push_back(type.Extension + ":" + std::to_string(type.Count));
-    EXPECT_EQ(rows, (std::vector<std::string>{"html:3", "css:2", ":2", "äö:2"}));
-    EXPECT_EQ(table.size(), 4U);
-}
 
 TEST(FileTypeTable, ANewTypeHasOnlyItsExtensionSetAndStaysInPlace)
 {

@@ -1,5 +1,4 @@
 #include "cache/InfoRows.h"
-#include "cache/NodeInfo.h"
 
 #include <gtest/gtest.h>
 
@@ -49,29 +48,6 @@ TEST(InfoRows, ShowARecordRowByRow)
     EXPECT_NE(Print(FileInfoRows(), info).find("Comp CPU Time:0:00:00.001\n"), std::string::npos);
     const auto empty = Print(CacheTotalsRows(), FileInfo());
     EXPECT_NE(empty.find("Boost Ratio:\nTotal Hits:0\nCache Hits:0\n% Cache Hits:\n"), std::string::npos);
-}
-
-TEST(NodeInfo, IsAFilesRecordOrTheSumOfAFoldersOwnFiles)
-{
-    CacheTree tree{FormatLocale{}};
-    const auto root = tree.AddRoot();
-    const auto site = tree.AddChild(root, "1/Root", NodeKind::WebSite);
-    const auto folder = tree.AddChild(site, "dir", NodeKind::Folder);
-    const auto file = tree.AddChild(folder, "a.htm", NodeKind::File);
-    const auto other = tree.AddChild(folder, "b.htm", NodeKind::File);
-    const auto multi = tree.AddChild(folder, "c.asp", NodeKind::MultiFile);
-    const auto bare = tree.AddChild(folder, "d.htm", NodeKind::File);
-    for (const auto node : {file, other, multi}) tree.SetInfo(node, Record());
-
-    const auto sum = InfoOfNode(tree, folder);
-    EXPECT_EQ(sum.caption, "Directory Information (2 Files)");
-    ASSERT_TRUE(sum.info);
-    EXPECT_EQ(sum.info->CompressedSize, 512);
-    EXPECT_EQ(sum.info->FilePath, "/dir");
-    for (const auto node : {file, multi}) EXPECT_EQ(InfoOfNode(tree, node).info->CacheHits, 6);
-    for (const auto node : {root, site, bare, kNoNode}) EXPECT_FALSE(InfoOfNode(tree, node).info) << node;
-    for (const auto node : {root, site, file, multi, kNoNode})
-        EXPECT_EQ(InfoOfNode(tree, node).caption, "File Information") << node;
 }
 
 }  // namespace

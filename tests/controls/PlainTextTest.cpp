@@ -45,6 +45,8 @@ TEST(PlainLines, KeepsLineBreaksAlone)
 {
     EXPECT_EQ(PlainLines("one\r\ntwo\n\n<i>\rx"), QString::fromUtf16(u"one\ntwo\n\n<i>\u240Dx"));
     EXPECT_EQ(PlainLines(""), QString());
+    EXPECT_EQ(PlainLines(std::string(39, '\n')), QString(39, u'\n'));
+    EXPECT_EQ(PlainLines(std::string(1'000'000, '\n')), QString(40, u'\n') + u'\u2026');
 }
 
 TEST(PlainLabel, BlanksInFrontAreAGapOnTheSideWhereTheTextBegins)

@@ -32,7 +32,6 @@ TEST(ScrollModel, FitsBothAxes)
         {1500, 1000, 1000, 1001, false, true, 0, 1000},
         {1500, 1000, 1301, 1001, true, true, 1300, 900},  // the vertical bar makes the other one needed
         {1500, 1000, 1501, 901, true, true, 1300, 900},   // and the other way round
-        {1500, 1000, 1501, 900, true, false, 1500, 0},
         {1500, 1000, 0, 0, false, false, 0, 0},
         {1, 1, 50, 50, true, true, 0, 0},
         {0, 0, 50, -5, true, false, 0, 0},
@@ -44,38 +43,6 @@ TEST(ScrollModel, FitsBothAxes)
         EXPECT_EQ(model.Of(V).bar.isShown, one.needsY);
         EXPECT_EQ(one.needsX ? model.Of(H).page : 0, one.pageX);
         EXPECT_EQ(one.needsY ? model.Of(V).page : 0, one.pageY);
-    }
-}
-
-TEST(ScrollModel, KeepsAPositionThatOnlyTheFirstRoundWouldLower)
-{
-    auto model = Automatic(1500, 1000, 2000, 3000);
-    model.SetPosition(H, 700);
-    EXPECT_EQ(model.Of(H).position, 700);  // the vertical bar takes 200: 2000 - 1300
-    EXPECT_FALSE(model.SetSize(1500, 1001).horizontal);
-    EXPECT_EQ(model.Of(H).position, 700);
-}
-
-TEST(ScrollModel, AnswersRequests)
-{
-    const struct {
-        int code, track;
-        float after;  // from 500
-    } cases[] = {
-        {ScrollCode::PageDown, 0, 700},
-        {ScrollCode::ThumbTrack, 333, 333},
-        {ScrollCode::ThumbTrack, -5, 0},
-        {ScrollCode::ThumbTrack, 2'000'000'000, 700},
-        {ScrollCode::ThumbPosition, 7, 500},
-        {ScrollCode::EndScroll, 7, 500},
-        {-1, 9, 500},
-    };
-    for (const auto& one : cases) {
-        auto model = Automatic(300, 100, 1000, 0);
-        model.SetPosition(H, 500);
-        EXPECT_EQ(model.Request(H, one.code, one.track), one.after != 500) << one.code;
-        EXPECT_EQ(model.Of(H).position, one.after) << one.code;
-        EXPECT_FALSE(model.Request(V, one.code, one.track)) << "a bar that is not needed does not move";
     }
 }
 

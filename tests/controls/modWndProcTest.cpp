@@ -4,10 +4,8 @@
 
 #include <QCoreApplication>
 #include <QEvent>
-#include <QVariant>
 
 #include <memory>
-#include <thread>
 
 namespace {
 
@@ -28,49 +26,6 @@ int Send(Window& window)
     QEvent message(kMessage);
     QCoreApplication::sendEvent(&window, &message);
     return window.seen;
-}
-
-TEST(modWndProc, StandsBeforeAWindowUntilItIsTakenAway)
-{
-    Window window;
-    QObject owner;
-    int firstCalls = 0, secondCalls = 0;
-    bool consumes = false, passes = false;
-    const auto first = [&](QWidget* w, QEvent* message) {
-        if (message->type() != kMessage) return false;
-        ++firstCalls;
-        return passes ? modWndProc::CallPrevious(w, message) : consumes;
-    };
-    const auto second = [&](QWidget*, QEvent*) { return ++secondCalls > 0; };
-    EXPECT_TRUE(*modWndProc::Subclass(&window, first, &owner));
-    EXPECT_TRUE(*modWndProc::Subclass(&window, second));
-    EXPECT_EQ(window.property("ObjectPtr").value<QObject*>(), &owner);
-    EXPECT_TRUE(window.property("OldWndProc").isValid());
-    EXPECT_EQ(Send(window), 1);
-    consumes = true;
-    EXPECT_EQ(Send(window), 1);
-    passes = true;
-    EXPECT_EQ(Send(window), 2) << "once, not twice";
-
-    EXPECT_TRUE(modWndProc::Unsubclass(&window));
-    EXPECT_FALSE(modWndProc::Unsubclass(&window));
-    EXPECT_TRUE(window.dynamicPropertyNames().isEmpty());
-    EXPECT_EQ(Send(window), 3);
-    EXPECT_TRUE(firstCalls == 3 && secondCalls == 0);
-}
-
-TEST(modWndProc, RefusesWithError601)
-{
-    const auto nothing = [](QWidget*, QEvent*) { return false; };
-    const auto refused = modWndProc::Subclass(nullptr, nothing);
-    ASSERT_FALSE(refused);
-    EXPECT_EQ(refused.error().code, 601U);
-    EXPECT_EQ(refused.error().description, "Error subclassing window &H0 (Err# 0: )");
-    Window window;
-    std::thread([&] { EXPECT_FALSE(modWndProc::Subclass(&window, nothing)); }).join();
-    EXPECT_FALSE(modWndProc::Subclass(&window, nullptr));
-    EXPECT_TRUE(window.dynamicPropertyNames().isEmpty());
-    EXPECT_FALSE(modWndProc::CallPrevious(&window, nullptr));
 }
 
 TEST(modWndProc, EndsWithItsWindowOrInItsOwnProcedure)

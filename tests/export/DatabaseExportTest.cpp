@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <thread>
 
 namespace {
@@ -80,6 +81,20 @@ TEST(DatabaseExport, SaysWhatItDoesNotKnowAndWhatStayed)
     script->isReadOnly = true;
     EXPECT_TRUE(Export(script, {}, snapshot).error->Is(Code::AccessDenied));
     EXPECT_TRUE(script->told.empty());
+}
+
+TEST(DatabaseExport, TakesOnlyARunNumberThatIsOne)
+{
+    const SyntheticSnapshot snapshot(10);
+    for (const OdbcValue& next : {OdbcValue(1e300), OdbcValue(-9.3e18), OdbcValue(std::nan("")),
+                                  OdbcValue(8.0), OdbcValue("8"), OdbcValue()}) {
+        const auto script = std::make_shared<DatabaseScript>();
+        script->nextRun = next;
+        const auto outcome = Export(script, {}, snapshot);
+        const bool isOne = next == OdbcValue(8.0);
+        EXPECT_EQ(outcome.remains, isOne ? Remains::Everything : Remains::Nothing) << next.index();
+        EXPECT_EQ(outcome.run, isOne ? 8 : 0) << next.index();
+    }
 }
 
 // ---- the job

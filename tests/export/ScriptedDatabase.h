@@ -23,6 +23,7 @@ public:
     std::uint32_t failureCode = Code::IoError;
     bool isReadOnly = false;
     bool undoesTables = true;
+    OdbcValue nextRun = std::int64_t{7};
     std::map<std::string, std::vector<OdbcColumn>> tables;
     std::vector<std::string> told;
 
@@ -86,7 +87,7 @@ public:
     Result<bool> Fetch(std::vector<OdbcValue>& row) override
     {
         if (auto called = m_script->Call("fetch"); !called) return Fail(called.error());
-        row = {std::int64_t{7}};
+        row = {m_script->nextRun};
         return true;
     }
 

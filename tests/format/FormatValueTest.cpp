@@ -24,17 +24,8 @@ TEST(FormatValue, ShowsFloatingPointByKindAndZeroAsNothing)
     EXPECT_EQ(In("Percent", {0.25, 0.4567F, 0.0F, -0.0, double{NAN}}), "25.00% | 45.67% |  |  | NaN");
     EXPECT_EQ(In("TimeSpan", {12345678.0, 10000.0F, 0.0}), "0:00:01.234 | 0:00:00.001 | ");
     EXPECT_EQ(In("0.##%", {0.45F, 0.0F}), "45% | 0%");
-    EXPECT_EQ(In("Short Date", {36585.25}), "2000-02-29");
     EXPECT_EQ(In("Short Time", {36585.25}), "06:00");
     EXPECT_EQ(In("percent", {0.25}), "0.25");  // kinds are exact words; this is a picture without a digit
-}
-
-TEST(FormatValue, ShowsDatesWhateverTheKind)
-{
-    for (const auto kind : {"", "Large", "Percent", "0.00"}) {
-        EXPECT_EQ(In(kind, {DateTime{}}), "");
-        EXPECT_EQ(In(kind, {DateTime{36585.25}}), "2000-02-29 06:00");
-    }
 }
 
 TEST(FormatValue, ShowsIntegersPlainOrInAPicture)
@@ -43,8 +34,6 @@ TEST(FormatValue, ShowsIntegersPlainOrInAPicture)
     EXPECT_EQ(In("Large", {0, 2048}), "0 | 2 KiB");
     EXPECT_EQ(In("Percent", {0, Long{1}}), "0.00% | 100.00%");
     EXPECT_EQ(In("Fixed", {0}), "0.00");
-    EXPECT_EQ(In("Short Date", {0}), "1899-12-30");
-    EXPECT_EQ(In("Number", {7}), "7");
 }
 
 TEST(FormatValue, ShowsTextsAsTheNumberTheyHold)

@@ -44,7 +44,6 @@ const std::filesystem::path kSources = QUILLET_SOURCES;
 
 TEST(HelpPages, AllAreInTheContentsAndAllOfTheContentsAreThere)
 {
-    const HelpBook book;
     std::istringstream contents{std::string(PackedContents())};
     std::set<std::string> listed;
     for (std::string line; std::getline(contents, line);)
@@ -52,13 +51,6 @@ TEST(HelpPages, AllAreInTheContentsAndAllOfTheContentsAreThere)
     std::set<std::string> packed;
     for (const auto& page : PackedPages()) packed.emplace(page.key);
     EXPECT_EQ(listed, packed);
-    EXPECT_EQ(book.Pages().size(), packed.size());
-    EXPECT_EQ(book.Pages().front().key, "welcome");
-    std::set<std::string_view> titles;
-    for (const auto& page : book.Pages()) {
-        EXPECT_TRUE(page.text.starts_with("# ")) << page.key;
-        EXPECT_TRUE(titles.insert(page.title).second) << page.title;
-    }
 }
 
 TEST(HelpPages, EveryLinkLeadsToAPageAndNothingIsEmbedded)

@@ -1,10 +1,7 @@
 #include "platform/TempFolder.h"
 
-#include "support/HiveRig.h"
-
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <fstream>
 
 namespace fs = std::filesystem;
@@ -34,22 +31,6 @@ TEST(TempFolder, RemovesItselfAndNothingBesideIt)
     }
     EXPECT_FALSE(fs::exists(path));
     EXPECT_TRUE(fs::exists(outside->Path() / "kept"));
-}
-
-TEST(TempFolder, FollowsTmpdirAndTellsWhyItCannotBeMade)
-{
-    const auto folder = TempFolder::Make("base");
-    ASSERT_TRUE(folder);
-    EXPECT_TRUE(EndsWell(StartChild([&folder] {
-        setenv("TMPDIR", folder->Path().c_str(), 1);
-        const auto inside = TempFolder::Make("x");
-        EXPECT_TRUE(inside && inside->Path().parent_path() == folder->Path());
-        setenv("TMPDIR", (folder->Path() / "missing").c_str(), 1);
-        const auto missing = TempFolder::Make("x");
-        EXPECT_TRUE(!missing && missing.error().code == Code::FileNotFound);
-    })));
-    const auto climbing = TempFolder::Make("../x");
-    EXPECT_TRUE(!climbing && climbing.error().code == Code::InvalidName);
 }
 
 }  // namespace

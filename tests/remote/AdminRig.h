@@ -22,7 +22,7 @@
 class AdminRig : public testing::Test {
 protected:
     using Stub = zentrel::v1::Administration::Stub;
-    enum Listener : std::size_t { kAdmins, kViewers, kTls, kPlain, kTls6 };
+    enum Listener : std::size_t { kAdmins, kViewers, kTls, kTls6 };
 
     AdminRig()
     {
@@ -62,7 +62,6 @@ protected:
         options.listeners = {{Path("admin.sock"), 0660, {}, 0, {}, zentrel::Role::Admin},
                              {Path("viewer.sock"), 0666, {}, 0, {}, zentrel::Role::Viewer},
                              {{}, 0, "127.0.0.1", 0, tls},
-                             {{}, 0, other, 0, {}, zentrel::Role::Admin},
                              {{}, 0, other, 0, tls}};
         auto started = zentrel::AdminServer::Start(service, services, options);
         ASSERT_TRUE(started) << started.error().description;

@@ -1,6 +1,5 @@
 #include "remote/AdminRig.h"
 #include "support/LyingServer.h"
-#include "support/Relay.h"
 #include "support/ScanRig.h"
 
 #include <thread>
@@ -25,42 +24,33 @@ protected:
     }
 };
 
-std::string Told(const SystemError& error)
-{
-    return std::to_string(error.Plain()) + error.description;
-}
-
-template <class Value, class Show>
-std::string Told(const Result<Value>& result, Show&& show)
-{
-    return result ? show(*result) : Told(result.error());
-}
-
 // What a session says to many questions, as one text.
 std::string Answers(Session& session)
 {
-    std::string told;
-    const auto add = [&told](std::string text) { (told += std::move(text)) += '\n'; };
+    std::ostringstream told;
+    const auto add = [&told](const auto& result, auto show) {
+        if (result)
+            told << show(*result) << '\n';
+        else
+            told << result.error().Plain() << result.error().description << '\n';
+    };
     for (const char* path :
          {"", "LM/W3SVC/1", "/LM/W3SVC/1/Root/", "LM/W3SVC/1/Root/dir1", "LM/gone", "a//b", ".."}) {
-        const auto opened = session.OpenKey(path);
-        add(opened ? "there" : Told(opened.error()));
         for (const auto view : {View::Server, View::Cache}) {
-            add(Told(session.CountKeys(path, view),
-                     [](std::uint32_t count) { return std::to_string(count); }));
+            add(session.CountKeys(path, view), [](std::uint32_t count) { return count; });
             for (const char* after : {"", "page1"})
-                add(Told(session.ListKeys(path, view, after, 2), [](const KeyPage& page) {
+                add(session.ListKeys(path, view, after, 2), [](const KeyPage& page) {
                     return ::testing::PrintToString(page.names) + (page.isLast ? "." : "...");
-                }));
+                });
         }
         for (const auto id : {Prop::KeyType, Prop::ServerComment, Prop::CacheId})
-            add(Told(session.GetData(path, id), [](const std::optional<Record>& record) {
+            add(session.GetData(path, id), [](const std::optional<Record>& record) {
                 return record ? std::to_string(static_cast<int>(record->Type())) + std::string(record->Text())
                               : "none";
-            }));
+            });
     }
-    add(Told(session.GetCacheDir(), [](const std::string& dir) { return dir; }));
-    return told;
+    add(session.GetCacheDir(), [](const std::string& dir) { return dir; });
+    return told.str();
 }
 
 TEST_F(Remote, EveryWayGivesTheSameAnswersAndTheSameTree)
@@ -95,15 +85,10 @@ TEST_F(Remote, ChangesReachTheServerAndRolesAreKept)
     EXPECT_TRUE(admin->DeleteTree(m_root + "/dir1"));
     EXPECT_EQ(*admin->CountKeys(m_root, View::Cache), 3);
     EXPECT_TRUE(admin->ResetCounters());
-    EXPECT_TRUE((*To(TargetOf(kAdmins))->Connect("l"))->ReadCounters());
 
     const auto asViewer = To(TargetOf(kTls, Role::Viewer));
     EXPECT_TRUE(asViewer->OpenServiceManager("", ServiceAccess::GenericRead));
     EXPECT_EQ(asViewer->OpenServiceManager("", 0xA0000000).error().code, Code::AccessDenied);
-    const auto manager = To(TargetOf(kTls))->OpenServiceManager("", ServiceAccess::GenericRead);
-    ASSERT_TRUE(manager);
-    EXPECT_EQ((*manager)->OpenService("nobody", ServiceAccess::QueryStatus).error().code, 1060);
-    EXPECT_EQ((*manager)->OpenService("a/b", ServiceAccess::QueryStatus).error().code, 123);
 }
 
 TEST_F(Remote, BothSidesMustBeWhoTheySay)
@@ -120,8 +105,7 @@ TEST_F(Remote, BothSidesMustBeWhoTheySay)
     noTls.authority = "not PEM";
     std::swap(swapped.certificate, swapped.key);
     for (int i = 0; i < 400; ++i) many.authority += stranger.certificate;
-    EXPECT_TRUE(To(many)->Connect("s"))
-        << "one of many authorities, and " << many.authority.size() << " bytes";
+    EXPECT_TRUE(To(many)->Connect("s")) << "one of many authorities";
     const std::pair<RemoteTarget, const char*> cases[] = {
         {wrongServer, "not signed"},           {TargetOf(kTls6), "another name"},
         {wrongClient, "client's certificate"}, {noClient, "Look at ca, certificate"},
@@ -156,14 +140,8 @@ TEST(WhileWaiting, TheHookRunsWhileACallWaitsAndMayCallItself)
 {
     LyingServer server([&](const std::string& call, const std::string&) -> std::optional<Answer> {
         if (call == "OpenKey") std::this_thread::sleep_for(std::chrono::milliseconds(200));
-        if (call == "OpenSubtree") return Answer::Never();
         return std::nullopt;
     });
-    Relay relay(server.Folder() / "relay.sock", server.Socket());
-    auto target = server.Target();
-    target.socket = server.Folder() / "relay.sock";
-    Deadlines deadlines;
-    deadlines.connect = deadlines.stall = std::chrono::milliseconds(300);
     int runs = 0;
     std::shared_ptr<Session> session;
     bool isNested = false;
@@ -174,24 +152,10 @@ TEST(WhileWaiting, TheHookRunsWhileACallWaitsAndMayCallItself)
         EXPECT_TRUE(session->GetCacheDir());
         isNested = false;
     };
-    RemoteTransport transport(target, hook, deadlines);
-    session = *transport.Connect("s");
+    session = *RemoteTransport(server.Target(), hook).Connect("s");
     runs = 0;
-    for (int i = 0; i < 50; ++i) EXPECT_TRUE(session->GetCacheDir());
-    EXPECT_LE(runs, 5);  // none but for a machine that is busy with other things
-    const auto runsIn = [&runs](auto&& wait) {
-        runs = 0;
-        wait();
-        return runs;
-    };
-    const auto inCall = runsIn([&] { EXPECT_TRUE(session->OpenKey("LM")); });
-    EXPECT_TRUE(inCall >= 4 && inCall <= 20) << inCall;
-    const auto start = Clock::now();
-    EXPECT_GE(runsIn([&] { EXPECT_EQ(session->OpenSubtree("LM").error().code, Code::Timeout); }), 5);
-    isNested = true;  // no calls from now on: the wire hangs
-    relay.Set(Relay::Mode::Hold);
-    EXPECT_GE(runsIn([&] { EXPECT_EQ(transport.Connect("s").error().code, Code::ServerUnavailable); }), 5);
-    EXPECT_LT(Clock::now() - start, std::chrono::seconds(2));
+    EXPECT_TRUE(session->OpenKey("LM"));
+    EXPECT_TRUE(runs >= 4 && runs <= 20) << runs;
 }
 
 }  // namespace

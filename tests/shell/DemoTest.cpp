@@ -1,7 +1,5 @@
 #include "shell/Demo.h"
 #include "shell/DemoTraffic.h"
-#include "shell/OfferedSites.h"
-#include "zentrel/EmbeddedTransport.h"
 
 #include <gtest/gtest.h>
 
@@ -20,12 +18,6 @@ TEST(Demo, IsALivingServerThatLeavesNothingBehind)
         auto demo = Demo::Make([] { return true; });
         ASSERT_TRUE(demo) << demo.error().description;
         folder = demo->Service()->Folder();
-        zentrel::CacheAdmin cache(std::make_shared<zentrel::EmbeddedTransport>(demo->Service(), "here"));
-        ASSERT_TRUE(cache.Connect(""));
-        EXPECT_GE(OfferedSites(cache)->size(), 2U);
-        EXPECT_EQ(cache.EnumKeys("LM/W3SVC/1/Root/shop/catalogue.html")->Count(), 3U);
-        EXPECT_EQ(cache.EnumKeys("LM/W3SVC/5")->Count(), 0U);
-
         const auto before = demo->Service()->Counters()->cacheHits;
         zentrel::StopSignals signals;
         std::atomic<bool> isTold = false;

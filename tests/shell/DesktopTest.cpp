@@ -75,27 +75,4 @@ TEST(QtMessagePump, EntersTheEventLoopNowAndThen)
     EXPECT_EQ(visits, 2);
 }
 
-TEST(QtScreenPointer, ShowsWhatStandsWhenTheEventLoopIsVisited)
-{
-    QtScreenPointer pointer;
-    const auto shown = [] {
-        QCoreApplication::processEvents();
-        return QGuiApplication::overrideCursor() != nullptr;
-    };
-    {
-        CWaitCursor outer(pointer);
-        outer.ShowCursor(ScreenPointer::Hourglass);
-        EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
-        EXPECT_TRUE(shown());
-        {
-            CWaitCursor inner(pointer);
-            inner.ShowCursor(ScreenPointer::Hourglass);
-        }
-        EXPECT_EQ(pointer.Get(), ScreenPointer::Hourglass);
-        EXPECT_TRUE(shown());
-    }
-    EXPECT_EQ(pointer.Get(), ScreenPointer::Default);
-    EXPECT_FALSE(shown());
-}
-
 }  // namespace

@@ -1,5 +1,3 @@
-// What the program starts with: the server's sites, the division of the window.
-#include "shell/ClientHeights.h"
 #include "shell/OfferedSites.h"
 #include "support/TestStore.h"
 #include "zentrel/EmbeddedTransport.h"
@@ -17,14 +15,10 @@ TEST(OfferedSites, AreTheNumberedKeysInNumericOrder)
     EXPECT_FALSE(OfferedSites(server));
     ASSERT_TRUE(server.Connect(""));
     EXPECT_EQ(*OfferedSites(server), (Numbers{1, 2, 10}));
-}
 
-TEST(SplitterHeight, IsWhatTheOthersLeave)
-{
-    EXPECT_EQ(SplitterHeight({700, {}, 20, 30}), 650);
-    EXPECT_EQ(SplitterHeight({100.4, 10.4, 10.4, 10.4}), 70);  // 100, 89.6 -> 90, 79.6 -> 80, 69.6 -> 70
-    EXPECT_EQ(SplitterHeight({90, 40, 20, 30}), 0);
-    EXPECT_EQ(SplitterHeight({89, 40, 20, 30}), std::nullopt);
+    // Of a server that never comes to an end, what came first: 1 and 10.
+    EXPECT_EQ(*OfferedSites(server, {.sites = 2}), (Numbers{1, 10}));
+    EXPECT_EQ(*OfferedSites(server, {.keys = 1}), (Numbers{1}));
 }
 
 }  // namespace

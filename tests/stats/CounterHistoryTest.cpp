@@ -1,6 +1,5 @@
 #include "stats/CounterHistory.h"
 
-#include "base/Csv.h"
 #include "platform/PdhStatus.h"
 #include "stats/CounterChartScale.h"
 #include "stats/CounterCsv.h"
@@ -36,7 +35,6 @@ void Fill(CounterHistory& history, int first, int last, int step = 1)
 TEST(CounterHistory, KeepsTenMinutesAndNoMoreSamplesThanThat)
 {
     CounterHistory history(1);
-    EXPECT_TRUE(history.IsEmpty() && !history.Last(0) && !history.Range(0));
     for (int i = 0; i <= 700; ++i) history.Add({i * 1000, 0}, {1.0 * i});
     EXPECT_EQ(history.Samples().size(), CounterHistory::kMostSamples);
     EXPECT_EQ(history.Samples().front().time.tick, 100'000);
@@ -44,26 +42,6 @@ TEST(CounterHistory, KeepsTenMinutesAndNoMoreSamplesThanThat)
     EXPECT_EQ(history.Samples().size(), CounterHistory::kMostSamples) << "however dense they are";
     history.Add({2'000'000, 0}, {5});
     EXPECT_EQ(Ticks(history), " 2000") << "after a long pause";
-}
-
-TEST(CounterHistory, SummarisesWhatIsNoGap)
-{
-    CounterHistory history(2);
-    history.Add({0, 0}, {kNone, 1e308, 7});
-    history.Add({1, 0}, {4, 1e308});
-    history.Add({2, 0}, {-2});
-    history.Add({3, 0}, {kInfinite, kNone});
-    const auto range = history.Range(0);
-    ASSERT_TRUE(range);
-    EXPECT_EQ(range->least, -2);
-    EXPECT_EQ(range->most, 4);
-    EXPECT_EQ(range->average, 1);
-    EXPECT_EQ(history.Range(1)->average, 1e308);
-    EXPECT_FALSE(history.Last(0)) << "the newest sample has none";
-    EXPECT_EQ(history.Samples()[0].values.size(), 2U);
-    EXPECT_EQ(history.Nearest(-9), 0U);
-    EXPECT_EQ(history.Nearest(2), 2U);
-    EXPECT_EQ(history.Nearest(99), 3U);
 }
 
 TEST(CounterHistory, ThinsToALongerIntervalAndKeepsBreaks)
@@ -77,8 +55,6 @@ TEST(CounterHistory, ThinsToALongerIntervalAndKeepsBreaks)
     history.Thin(1000);
     Fill(history, 21, 22);
     EXPECT_EQ(Ticks(history), "|0 5 10|15 20 21 22") << "what is gone does not come back";
-    history.Thin(30'000);
-    EXPECT_EQ(Ticks(history), "|22");
 }
 
 TEST(CounterChartScale, StepsAreRoundAndHoldAllValues)
@@ -91,16 +67,15 @@ TEST(CounterChartScale, StepsAreRoundAndHoldAllValues)
         const char *lowText, *highText;
     } cases[] = {
         {0, 0, PdhType::RawCount, 0, 1, 1, "0", "1"},
-        {0, 100, PdhType::RawCount, 0, 100, 50, "0", "100"},
-        {7, 7, PdhType::RawCount, 0, 10, 5, "0", "10"},
-        {1000, 1009, PdhType::RawCount, 1000, 1010, 5, "1000", "1010"},
         {-3, 4, PdhType::RawCount, -5, 5, 5, "-5", "5"},
         {1e15, 1e15 + 4, PdhType::RawCount, 0, 1.5e15, 5e14, "0", "1500000000000000"},
-        {12.5, 43, PdhType::RawFraction, 0, 60, 20, "0%", "60%"},
         {0, 0.004, PdhType::Timer100Ns, 0, 0.01, 0.01, "0%", "0.01%"},
-        {0, 3000, PdhType::LargeRawCount, 0, 3072, 1024, "0", "3 KiB"},
         {2001000000, 2001900000, PdhType::LargeRawCount, 2000896000, 2001920000, 512000, "1954000 KiB",
          "1955000 KiB"},
+        {700 * 1024, 1250 * 1024, PdhType::LargeRawCount, 0.6 * 1048576, 1.4 * 1048576, 0.2 * 1048576,
+         "0.6 MiB", "1.4 MiB"},
+        {-900 * 1024, 900 * 1024, PdhType::LargeRawCount, -1024000, 1024000, 1024000, "-1000 KiB",
+         "1000 KiB"},
     };
     for (const auto& one : cases) {
         const auto scale = ScaleFor(one.least, one.most, one.type);
@@ -134,6 +109,4 @@ TEST(CounterCsv, WritesEveryDigitAndNoFormulas)
                                              "1970-01-01T05:29:59.999+05:30,0.3333333333333333,5,\r\n");
     unsetenv("TZ");
     tzset();
-    EXPECT_EQ(csv::Cell("a\nb"), "\"a\nb\"");
-    EXPECT_EQ(csv::Cell("\tx"), "'\tx");
 }

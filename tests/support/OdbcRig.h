@@ -12,7 +12,6 @@
 #include <fstream>
 #include <memory>
 #include <string>
-#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -66,6 +65,7 @@ public:
         AddSource(Postgresql(), PostgresSettings());
         return *m_server;
     }
+
     PostgresRig& Postgres() { return *m_server; }
 
     using Settings = std::vector<std::pair<std::string, std::string>>;
@@ -82,8 +82,6 @@ public:
         file << '[' << name << "]\n";
         for (const auto& [key, value] : settings) file << key << " = " << value << '\n';
     }
-
-    void PutMachineFile(std::string_view text) const { std::ofstream(m_folder.Path() / "odbc.ini") << text; }
 
     // The driver's library, found where distributions put it.
     static std::string Driver(const std::string& name)

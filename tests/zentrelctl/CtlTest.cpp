@@ -13,11 +13,6 @@ TEST_F(CtlTest, AServerIsMadeFilledAndLookedInto)
     EXPECT_EQ(Do({"site", "add", "7", "--comment", "Second \"site\"", "--root", Root().string(), "--binding",
                   "*:80:", "--binding", "[::1]:8080:host", "--encoding", "deflate", "--level", "9"}),
               "");
-    const auto sites = Do({"site", "list", "--json"});
-    for (const char* const part :
-         {R"("number": 7)", R"("comment": "Second \"site\"")", R"("[::1]:8080:host")",
-          R"("encoding": "deflate")", R"("level": 9)", R"("level": 6)"})
-        EXPECT_TRUE(Contains(sites, part)) << part << sites;
     EXPECT_TRUE(
         Contains(Do({"site", "list"}), "\n7     deflate   9      *:80: [::1]:8080:host  Second \"site\""));
 
@@ -30,25 +25,6 @@ TEST_F(CtlTest, AServerIsMadeFilledAndLookedInto)
                           "entry LM/W3SVC/1/Root/dir/a.css", "entry LM/W3SVC/1/Root/dir/b.svg",
                           "key LM/W3SVC/1/Root/extra", "vdir LM/W3SVC/1/Root/extra/more",
                           "entry LM/W3SVC/1/Root/extra/more/c.txt", "entry LM/W3SVC/1/Root/index.html", ""}));
-    const auto shallow = Do({"ls", "LM/W3SVC/1/Root/dir", "--json"});
-    EXPECT_TRUE(Contains(shallow, R"("name": "b.svg")") && Contains(shallow, R"("encodings": [)")) << shallow;
-    EXPECT_FALSE(Contains(shallow, "index.html"));
-    EXPECT_TRUE(Contains(Do({"ls"}), "site"));
-}
-
-TEST_F(CtlTest, GetDecodesEveryKindOfProperty)
-{
-    MakeWarmSite();
-    const auto site = Do({"get", "LM/W3SVC/1"});
-    EXPECT_TRUE(Contains(site, "1002    KeyType         text    IIsWebServer\n")) << site;
-    EXPECT_TRUE(Contains(site, "1016    ServerState     number  2\n")) << site;
-    const auto text = Do({"get", "/LM/W3SVC/1/Root/index.html/"});
-    const auto size = std::to_string(std::filesystem::file_size(Root() / "index.html"));
-    EXPECT_TRUE(Contains(text, "528404  GzipRecord          bytes")) << text;
-    EXPECT_TRUE(Contains(text, "          uncompressedSize          " + size + "\n")) << text;
-    const auto json = Do({"get", "LM/W3SVC/1/Root/index.html", "--json"});
-    EXPECT_TRUE(Contains(json, "\"uncompressedSize\": " + size + ",")) << json;
-    EXPECT_TRUE(Contains(json, R"("level": 6)") && Contains(json, R"("cached": "20)")) << json;
 }
 
 TEST_F(CtlTest, RemovingTakesOneEntryOrATree)
@@ -90,16 +66,9 @@ TEST_F(CtlTest, ReplayCountsWhatTheLogHolds)
               "1 line without GET or HEAD passed over\n2 bad lines\n");
     EXPECT_EQ(replayed.err, "zentrelctl: line 4 is no request of the common or combined format\n"
                             "zentrelctl: line 7 is no request of the common or combined format\n");
-    EXPECT_TRUE(Contains(Do({"ls", "LM/W3SVC/1/Root/index.html"}), "variant"));
-    EXPECT_EQ(Do({"replay", "1", "-"}, line("GET /index.html?q=1")),
-              "1 request: 1 answered (1 compressed, 1 from the cache), 0 not found, 0 refused\n");
-    const auto counters = Do({"counters"});
-    EXPECT_TRUE(Contains(counters, "Responses Sent Total                    7\n")) << counters;
-    EXPECT_TRUE(Contains(counters, "% Cache Hits                            80.00 %\n")) << counters;
-    EXPECT_TRUE(Contains(Do({"counters", "--json", "--reset"}), "\"value\": 7,"));
+    EXPECT_TRUE(Contains(Do({"counters", "--reset"}), "Responses Sent Total                    6\n"));
     EXPECT_TRUE(Contains(Do({"counters"}), "Responses Sent Total                    0\n"));
     EXPECT_EQ(Ctl({"replay", "1", "-"}, "junk\n\xFF\n").exitCode, 1);
-    EXPECT_EQ(Ctl({"replay", "2", "-"}, line("GET /index.html")).exitCode, 1) << "no such site";
     EXPECT_EQ(Ctl({"replay", "1", Root().string()}).exitCode, 1) << "a folder";
 }
 
@@ -110,35 +79,27 @@ TEST_F(CtlTest, WrongUsageIsToldInOneLineWithExitCode2)
                             {"bogus"},
                             {"ls", "--bogus"},
                             {"get"},
-                            {"site"},
-                            {"site", "add", "0", "--comment", "x", "--root", root},
                             {"site", "add", "1", "--comment", "\xFF", "--root", root},
-                            {"site", "add", "1", "--comment", "x", "--root", root, "--level", "10"},
-                            {"site", "add", "1", "--comment", "x", "--root", root, "--encoding", "br"},
                             {"site", "add", "1", "--comment", "x", "--root", root, "--binding", "*:0:h"},
                             {"warm", "1", "--most", "-1"},
                             {"warm", "one"}};
-    for (const auto& path : {"LM//x", "//LM", "LM/../x", "LM/./x", "LM/\xC3", "LM/\x1B\xFF"}) {
+    for (const auto& path : {"LM//x", "LM/../x", "LM/\x1B\xFF"}) {
         for (const auto& command : {"get", "ls", "rm"}) cases.push_back({command, path});
         cases.push_back({"warm", "1", "--below", path});
         cases.push_back({"vdir", "add", "1", path, root});
     }
-    cases.push_back({"get", "LM/" + std::string(256, 'n')});
     for (const auto& arguments : cases) {
         const auto outcome = Ctl(arguments);
         const auto shown = testing::PrintToString(arguments) + outcome.err;
         EXPECT_EQ(outcome.exitCode, 2) << shown;
-        EXPECT_EQ(outcome.out, "") << shown;
         EXPECT_TRUE(outcome.err.starts_with("zentrelctl: ") && outcome.err.ends_with("(error 87)\n"))
             << shown;
         EXPECT_EQ(outcome.err.find_first_of("\n\x1B\xFF"), outcome.err.size() - 1) << shown;
+        EXPECT_LT(outcome.err.size(), 160U) << shown;
     }
+    EXPECT_TRUE(Contains(Ctl({"bogus"}).err, "no command or option \"bogus\""));
     EXPECT_FALSE(std::filesystem::exists(Data()));
-    for (const Args& arguments : {Args{"--help"}, Args{"site", "add", "--help"}, Args{"--version"}}) {
-        const auto outcome = Ctl(arguments);
-        EXPECT_EQ(outcome.exitCode, 0);
-        EXPECT_TRUE(Contains(outcome.out, "zentrelctl") || Contains(outcome.out, "--binding")) << outcome.out;
-    }
+    EXPECT_TRUE(Contains(Do({"site", "add", "--help"}), "--binding"));
 }
 
 TEST_F(CtlTest, WithoutADataFolderEverythingFailsAndNothingIsMade)
@@ -157,20 +118,6 @@ TEST_F(CtlTest, WithoutADataFolderEverythingFailsAndNothingIsMade)
     }
 }
 
-TEST_F(CtlTest, TheDataFolderIsTheUsersOwnUnlessSaidOtherwise)
-{
-    const auto home = Root().string();
-    const auto init = [&](const std::string& xdg, const std::string& homeFolder) {
-        const Args variables{"-i", "XDG_DATA_HOME=" + xdg, "HOME=" + homeFolder, ZENTRELCTL, "init"};
-        return RunProgram("/usr/bin/env", variables).exitCode;
-    };
-    EXPECT_EQ(init(home + "/xdg", home), 0);
-    EXPECT_EQ(init("relative", home), 0);
-    EXPECT_EQ(init("", ""), 2);
-    EXPECT_TRUE(std::filesystem::exists(Root() / "xdg/zentrel/metabase.mdb"));
-    EXPECT_TRUE(std::filesystem::exists(Root() / ".local/share/zentrel/metabase.mdb"));
-}
-
 TEST_F(CtlTest, FailuresSayWhyAndLoseNothing)
 {
     MakeWarmSite();
@@ -178,13 +125,14 @@ TEST_F(CtlTest, FailuresSayWhyAndLoseNothing)
         const auto outcome = Ctl(arguments);
         EXPECT_EQ(outcome.exitCode, 1) << arguments[0];
         EXPECT_TRUE(Contains(outcome.err, "(error " + error + ")\n")) << arguments[0] << ": " << outcome.err;
+        EXPECT_EQ(outcome.out, "") << arguments[0];
     };
     expect({"init"}, "183");
     expect({"site", "add", "1", "--comment", "x", "--root", Root().string()}, "183");
-    expect({"site", "add", "2", "--comment", "x", "--root", (Root() / "none").string()}, "3");
-    expect({"vdir", "add", "2", "/x", Root().string()}, "3");
     expect({"get", "LM/W3SVC/9"}, "2");
-    expect({"warm", "9"}, "3");
+    expect({"ls", "--json", "LM/W3SVC/9"}, "2");
+    expect({"replay", "9", "/dev/null"}, "3");
+    EXPECT_TRUE(Contains(Ctl({"rm", "--tree", "--yes", "LM/x"}).err, "no such key: LM/x (error 2)"));
     const auto before = Do({"ls", "-r"});
     std::filesystem::rename(Root(), Root().string() + ".away");
     expect({"warm", "1"}, "3");
@@ -209,14 +157,6 @@ TEST_F(CtlTest, NamesFromTheStoreCannotObeyTheTerminal)
     EXPECT_TRUE(Contains(Do({"ls", "LM/W3SVC/1/Root"}), "\\x1b[2J.html\n"));
     EXPECT_TRUE(Contains(Do({"get", "LM/W3SVC/1"}), "a\\x1b]0;title\\x07\n"));
     EXPECT_TRUE(Contains(Do({"ls", "LM/W3SVC/1/Root", "--json"}), R"("\u001b[2J.html")"));
-}
-
-TEST_F(CtlTest, ProgressGoesToATerminalOnly)
-{
-    MakeWarmSite();
-    const auto shown = Ctl({"warm", "1"}, {}, Program::Input::Terminal);
-    EXPECT_EQ(shown.exitCode, 0);
-    EXPECT_TRUE(Contains(shown.out, "\rWarming site 1 [") && Contains(shown.out, "\x1B[K")) << shown.out;
 }
 
 TEST_F(CtlTest, AnInterruptedReplayKeepsWhatIsDone)
