@@ -3,7 +3,9 @@
 #include "stats/CounterList.h"
 #include "stats/ScriptedCounters.h"
 #include "stats/modPerfCntr.h"
+#include "support/CountedRequests.h"
 #include "support/LyingServer.h"
+#include "zentrel/EmbeddedTransport.h"
 
 #include <gtest/gtest.h>
 
@@ -79,6 +81,31 @@ TEST_F(ZentrelSource, AllCountersOfTheListArriveInOneRoundTrip)
         EXPECT_EQ(record.info.type, expected[i].type) << record.label;
         EXPECT_DOUBLE_EQ(value, expected[i].value) << record.label;
         EXPECT_GT(record.info.explainText.size(), 50U) << record.label;
+    }
+}
+
+// Requests, responder, store, session, published counters, query: what comes out is what was sent.
+TEST_F(CountedRequests, AreWhatTheQueryReads)
+{
+    PutFiles();
+    ZentrelCounters source(std::make_shared<zentrel::EmbeddedTransport>(service, "HERE"));
+    PerformanceData data(source);
+    modPerfCntr counters(data);
+    ASSERT_TRUE(counters.OpenQuery());
+    for (const auto& row : MakeCounterList()) ASSERT_TRUE(counters.AddCounter(row.path, row.label));
+    for (int round = 0; round < 3; ++round) {
+        if (round == 2) Reset();
+        Send(150);
+        ASSERT_TRUE(counters.CollectData());
+        double busy = 0;
+        ASSERT_TRUE(counters.GetCounterValue(0, busy));
+        EXPECT_TRUE(busy >= 0 && busy <= 100) << busy;
+        const auto expected = shown.Counters(busy);
+        for (std::size_t i = 0; i < expected.size(); ++i) {
+            double value = -1;
+            ASSERT_TRUE(counters.GetCounterValue(static_cast<int>(i), value));
+            EXPECT_DOUBLE_EQ(value, expected[i]) << counters.Counters()[i].info.counterName;
+        }
     }
 }
 
