@@ -29,7 +29,7 @@ set(CPACK_DEBIAN_QUILLET_PACKAGE_NAME quillet)
 set(CPACK_DEBIAN_QUILLET_PACKAGE_SECTION admin)
 set(CPACK_DEBIAN_QUILLET_PACKAGE_DEPENDS "libqt6svg6, shared-mime-info")
 set(CPACK_DEBIAN_QUILLET_PACKAGE_RECOMMENDS "qt6-wayland, qt6-translations-l10n, zentrel (= ${PROJECT_VERSION})")
-set(CPACK_DEBIAN_QUILLET_PACKAGE_SUGGESTS "odbc-postgresql, odbc-mariadb, tdsodbc, libsqliteodbc, qt6-translations-l10n")
+set(CPACK_DEBIAN_QUILLET_PACKAGE_SUGGESTS "odbc-postgresql, odbc-mariadb, tdsodbc, libsqliteodbc")
 set(CPACK_DEBIAN_QUILLET_DESCRIPTION "looks into the cache of a Zentrel server
 Zentrel compresses web responses and keeps the results as files, with a
 record of each. Quillet shows this cache as a tree of web sites, folders,
