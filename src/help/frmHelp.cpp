@@ -23,6 +23,7 @@ namespace {
 constexpr int kSideWidth = 46;
 constexpr int kPageWidth = 100;
 constexpr int kHeight = 42;
+constexpr int kMostSearched = 500;  // a whole message with its names, but no book
 
 constexpr int kKeyRole = Qt::UserRole;
 
@@ -113,6 +114,7 @@ QWidget* frmHelp::BuildSide()
     m_search->setPlaceholderText(tr("Search the help"));
     m_search->setAccessibleName(tr("Search the help"));
     m_search->setClearButtonEnabled(true);
+    m_search->setMaxLength(kMostSearched);
     m_contents->setObjectName(QStringLiteral("HelpContents"));
     m_contents->setAccessibleName(tr("Contents"));
     m_contents->setHeaderHidden(true);
